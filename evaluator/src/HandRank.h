@@ -1,0 +1,34 @@
+#pragma once
+
+// Exact Texas Hold'em ranking of 5, 6 or 7 cards given as a card mask: the best five-card
+// hand, compared by the full rules (kickers, the wheel A-2-3-4-5 as the lowest straight).
+
+#include "Cards.h"
+
+#include <cstdint>
+
+namespace qve {
+
+// Hand categories, in ascending strength.
+enum class HandCategory : std::uint32_t {
+    HighCard = 0,
+    Pair = 1,
+    TwoPair = 2,
+    ThreeOfAKind = 3,
+    Straight = 4,
+    Flush = 5,
+    FullHouse = 6,
+    FourOfAKind = 7,
+    StraightFlush = 8,
+};
+
+// A rank that orders hands: greater is stronger, equal is a split. The category sits in
+// bits 28-31 (see categoryOf); the low bits order hands within the category.
+using HandRank = std::uint32_t;
+
+// Rank of the best five of the 5, 6 or 7 cards of `cards`.
+HandRank rankCards(CardMask cards);
+
+inline HandCategory categoryOf(HandRank rank) { return static_cast<HandCategory>(rank >> 28); }
+
+} // namespace qve
