@@ -25,9 +25,9 @@ function(quorvane_add_gtest name)
     target_link_libraries(${name} PRIVATE ${T_LIBS} GTest::gtest GTest::gmock)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     quorvane_set_warnings(${name})
-    set(env "QUORVANE_BUILD_DIR=${CMAKE_BINARY_DIR}"
-            "QUORVANE_SOURCE_DIR=${CMAKE_SOURCE_DIR}"
-            "QUORVANE_SHARED_DIR=${CMAKE_SOURCE_DIR}/../shared")
+    # The folders reach the tests as compile definitions of quorvane_test_support; the
+    # environment variables only override them (gtest_discover_tests passes just one
+    # ENVIRONMENT entry through, so nothing essential may depend on a list here).
     if(T_XVFB)
         if(NOT XVFB_RUN)
             message(FATAL_ERROR "xvfb-run is needed for ${name}: install the Debian package xvfb")
@@ -36,13 +36,14 @@ function(quorvane_add_gtest name)
                  COMMAND ${XVFB_RUN} -a -s "-screen 0 1920x1200x24" $<TARGET_FILE:${name}>)
         set_tests_properties(${name} PROPERTIES
             TIMEOUT ${T_TIMEOUT} LABELS xvfb
-            ENVIRONMENT "${env};QT_QPA_PLATFORM=xcb")
+            ENVIRONMENT "QT_QPA_PLATFORM=xcb;QUORVANE_BUILD_DIR=${CMAKE_BINARY_DIR};QUORVANE_SOURCE_DIR=${CMAKE_SOURCE_DIR};QUORVANE_SHARED_DIR=${CMAKE_SOURCE_DIR}/../shared")
     else()
-        if(T_GUI)
-            list(APPEND env "QT_QPA_PLATFORM=offscreen")
-        endif()
+        # GUI tests: the GUI test main picks the offscreen platform unless one is given.
+        # Test names carry the binary's name, so `ctest -R <binary>` selects an area.
         gtest_discover_tests(${name}
+            TEST_PREFIX "${name}:"
+            NO_PRETTY_VALUES
             DISCOVERY_TIMEOUT 60
-            PROPERTIES TIMEOUT ${T_TIMEOUT} ENVIRONMENT "${env}")
+            PROPERTIES TIMEOUT ${T_TIMEOUT} ENVIRONMENT "QUORVANE_BUILD_DIR=${CMAKE_BINARY_DIR}")
     endif()
 endfunction()

@@ -15,8 +15,14 @@
 // c (39-51); inside a lane bit 0 is the deuce and bit 12 the ace.
 //
 // Threads: call initializeAllBoardsBeforeCalculation() once before anything else; after
-// that every function is re-entrant. `stop` is polled without a lock; when it turns true
-// the calculation leaves by throwing TerminationOccured.
+// that every function is re-entrant. `stop` is polled without a lock, at least once per
+// board counted, so a calculation leaves by throwing TerminationOccured within
+// microseconds of the flag turning true.
+//
+// Bad text (an unknown token, a card given twice, a board of more than five cards, a card
+// both on the board and dead) throws std::invalid_argument whose message names the bad
+// token or card. A concrete hand holding one card twice can never be dealt and counts
+// nothing, like a hand blocked by the board.
 
 #include <string>
 #include <utility>
@@ -55,9 +61,11 @@ HandStrengthKey operator&(const HandStrengthKey& a, const HandStrengthKey& b);
 // Result records.
 
 // Counters of a complete enumeration. The counting unit of `total` is one matchup (one
-// combination of range1 against one disjoint combination of range2) on one completion of
-// the board to five cards: so `total` = sum over matchups of the number of boards that
-// avoid both hands, the board and the dead cards. wins1 + wins2 + ties == total.
+// combination of range1 against one combination of range2 without a common card) on one
+// completion of the board to five cards: so `total` = sum over matchups of the number of
+// boards that avoid both hands, the board and the dead cards. Every combination counts
+// once however often the range text names it. wins1 + wins2 + ties == total.
+// Example: AhAs against KdKc preflop is 1,712,304 boards: 1,388,072 / 317,694 / 6,538.
 // An all-zero record means nothing was computed (stopped, or no matchup possible).
 template <typename T>
 struct EquityEvaluation {
@@ -77,18 +85,18 @@ struct RangeCombinations {
 static_assert(sizeof(RangeCombinations) == 8, "RangeCombinations is 8 bytes");
 
 struct DetailHandEvaluation {
-    HandStrengthKey key;                   // caller
-    std::string name;                      // caller; left alone by the library
-    int combinations1 = 0;                 // library
-    float percent1 = 0.0f;                 // caller (cleared to quiet NaN before use)
+    HandStrengthKey key;                    // caller
+    std::string name;                       // caller; left alone by the library
+    int combinations1 = 0;                  // library
+    float percent1 = 0.0f;                  // caller (cleared to quiet NaN before use)
     std::vector<unsigned long long> hands1; // library: two-bit card masks
-    int combinations2 = 0;                 // library; 0 with one player
-    float percent2 = 0.0f;                 // caller
+    int combinations2 = 0;                  // library; 0 with one player
+    float percent2 = 0.0f;                  // caller
     std::vector<unsigned long long> hands2; // library
 };
 
 struct DetailHandEvaluations {
-    unsigned long long total = 0;             // out: combinations evaluated
+    unsigned long long total = 0;              // out: combinations evaluated
     std::vector<DetailHandEvaluation> details; // in: keys to count; out: filled
 };
 
@@ -106,8 +114,11 @@ struct DetailWinEvaluation {
 };
 using DetailWinEvaluations = std::vector<DetailWinEvaluation>;
 
+// One record per combination of range1, in ascending order of the hand's card mask,
+// including combinations blocked by the board or the dead cards (total 0). The counters
+// have the unit of EquityEvaluation; `losses` are the opponent's wins.
 struct WinEvaluationByHand {
-    std::string hand; // concrete hand, 4 characters, cards in any order
+    std::string hand;             // concrete hand, 4 characters, cards in any order
     unsigned long long total = 0; // 0: the hand cannot occur; consumers skip it
     unsigned long long wins = 0;
     unsigned long long losses = 0;
@@ -124,19 +135,15 @@ class TerminationOccured {};
 
 void initializeAllBoardsBeforeCalculation();
 
-EquityEvaluation<unsigned long long> getEquity(const std::string& range1,
-                                               const std::string& range2,
-                                               const std::string& board,
-                                               const std::string& dead, volatile bool& stop);
-EquityEvaluation<unsigned long long> getEquity(const std::string& range1,
-                                               const std::string& range2,
+EquityEvaluation<unsigned long long> getEquity(const std::string& range1, const std::string& range2,
+                                               const std::string& board, const std::string& dead,
+                                               volatile bool& stop);
+EquityEvaluation<unsigned long long> getEquity(const std::string& range1, const std::string& range2,
                                                const std::string& dead, volatile bool& stop);
 
-std::vector<WinEvaluationByHand> getWinEvaluationByHand(const std::string& range1,
-                                                        const std::string& range2,
-                                                        const std::string& board,
-                                                        const std::string& dead,
-                                                        volatile bool& stop);
+std::vector<WinEvaluationByHand>
+getWinEvaluationByHand(const std::string& range1, const std::string& range2,
+                       const std::string& board, const std::string& dead, volatile bool& stop);
 std::vector<WinEvaluationByHand> getWinEvaluationByHand(const std::string& range1,
                                                         const std::string& range2,
                                                         const std::string& dead,
@@ -162,20 +169,24 @@ void getHitEvaluationForOnePlayerUsingOr(std::vector<unsigned long long> hands,
                                          DetailHandEvaluations& evaluations,
                                          unsigned int boardCardCount);
 
+// Combinations left after card removal: each combination that avoids board and dead cards
+// counts with the share of the other range's remaining combinations it has no card in
+// common with. An empty other range discounts nothing; another range with no remaining
+// combination leaves 0.
 RangeCombinations getRangeCombinations(const std::string& range1, const std::string& range2,
                                        const std::string& board, const std::string& dead,
                                        volatile bool& stop);
 RangeCombinations getRangeCombinationsForOneRange(const std::string& range,
                                                   const std::string& otherRange,
-                                                  const std::string& board,
-                                                  const std::string& dead, volatile bool& stop);
+                                                  const std::string& board, const std::string& dead,
+                                                  volatile bool& stop);
 
 // Lists the combinations of a 2- or 3-character hand that avoid `deadMask`, as pairs of
 // one-bit card masks, appended to `combinations`.
-void getCardsFromSingleHand(const std::string& hand,
-                            std::vector<std::pair<unsigned long long, unsigned long long>>&
-                                combinations,
-                            const unsigned long long& deadMask);
+void getCardsFromSingleHand(
+    const std::string& hand,
+    std::vector<std::pair<unsigned long long, unsigned long long>>& combinations,
+    const unsigned long long& deadMask);
 
 // The one-bit card mask of a card text such as "Ad".
 unsigned long long getIndexByCards(const std::string& card);

@@ -4,7 +4,9 @@ bool HandStrengthKey::operator==(const HandStrengthKey& other) const {
     return positive == other.positive && exclusive == other.exclusive;
 }
 
-bool HandStrengthKey::operator!=(const HandStrengthKey& other) const { return !(*this == other); }
+bool HandStrengthKey::operator!=(const HandStrengthKey& other) const {
+    return !(*this == other);
+}
 
 bool HandStrengthKey::operator<(const HandStrengthKey& other) const {
     if (positive != other.positive)
@@ -18,7 +20,9 @@ HandStrengthKey& HandStrengthKey::operator|=(const HandStrengthKey& other) {
     return *this;
 }
 
-HandStrengthKey HandStrengthKey::operator~() const { return HandStrengthKey(~positive, ~exclusive); }
+HandStrengthKey HandStrengthKey::operator~() const {
+    return HandStrengthKey(~positive, ~exclusive);
+}
 
 HandStrengthKey operator|(const HandStrengthKey& a, const HandStrengthKey& b) {
     return HandStrengthKey(a.positive | b.positive, a.exclusive | b.exclusive);

@@ -6,6 +6,18 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+// The build system passes the real folders; targets that compile this file on their own
+// (sanitizer builds) fall back to the environment and the working directory.
+#ifndef QUORVANE_TEST_BUILD_DIR
+#define QUORVANE_TEST_BUILD_DIR "."
+#endif
+#ifndef QUORVANE_TEST_SOURCE_DIR
+#define QUORVANE_TEST_SOURCE_DIR "."
+#endif
+#ifndef QUORVANE_TEST_SHARED_DIR
+#define QUORVANE_TEST_SHARED_DIR "../shared"
+#endif
+
 namespace TestEnvironment {
 namespace {
 
@@ -30,13 +42,15 @@ std::string isolateUserFolders() {
 }
 
 std::string outputFolder() {
-    const std::string folder = fromEnvironment("QUORVANE_BUILD_DIR", ".") + "/test-output";
+    const std::string folder = fromEnvironment("QUORVANE_BUILD_DIR", QUORVANE_TEST_BUILD_DIR) + "/test-output";
     mkdir(folder.c_str(), 0755);
     return folder;
 }
 
-std::string sourceFolder() { return fromEnvironment("QUORVANE_SOURCE_DIR", "."); }
+std::string buildFolder() { return fromEnvironment("QUORVANE_BUILD_DIR", QUORVANE_TEST_BUILD_DIR); }
 
-std::string sharedFolder() { return fromEnvironment("QUORVANE_SHARED_DIR", "../shared"); }
+std::string sourceFolder() { return fromEnvironment("QUORVANE_SOURCE_DIR", QUORVANE_TEST_SOURCE_DIR); }
+
+std::string sharedFolder() { return fromEnvironment("QUORVANE_SHARED_DIR", QUORVANE_TEST_SHARED_DIR); }
 
 } // namespace TestEnvironment

@@ -13,7 +13,8 @@ std::string isolateUserFolders();
 // <build>/test-output, created on demand.
 std::string outputFolder();
 
-// The source tree and the shared folder beside it (hand histories and the like).
+// The build folder (where the programs are), the source tree and the shared folder beside it (hand histories and the like).
+std::string buildFolder();
 std::string sourceFolder();
 std::string sharedFolder();
 

@@ -1,0 +1,115 @@
+#include "Range/CardConversion.h"
+
+#include <cstdlib>
+#include <stdexcept>
+
+int valueFromChar(char value) {
+    switch (value) {
+    case 'A':
+        return 0;
+    case 'K':
+        return 1;
+    case 'Q':
+        return 2;
+    case 'J':
+        return 3;
+    case 'T':
+        return 4;
+    case '9':
+        return 5;
+    case '8':
+        return 6;
+    case '7':
+        return 7;
+    case '6':
+        return 8;
+    case '5':
+        return 9;
+    case '4':
+        return 10;
+    case '3':
+        return 11;
+    case '2':
+        return 12;
+    case 'X':
+        return 13;
+    default:
+        throw std::runtime_error("Invalid value description.");
+    }
+}
+
+char charFromValue(int value) {
+    static const char characters[] = "AKQJT98765432X";
+    if (value < 0 || value > 13)
+        throw std::runtime_error("Invalid card value.");
+    return characters[value];
+}
+
+unsigned int suitFromChar(char suit) {
+    switch (suit) {
+    case 'A':
+        return 0;
+    case 'd':
+        return 1;
+    case 'h':
+        return 2;
+    case 's':
+        return 3;
+    case 'c':
+        return 4;
+    case 'S':
+        return 5;
+    case 'O':
+        return 6;
+    default:
+        throw std::runtime_error("Invalid suit description.");
+    }
+}
+
+char charFromSuit(unsigned int suit) {
+    static const char characters[] = "AdhscSO";
+    if (suit > 6)
+        throw std::runtime_error("Invalid suit value.");
+    return characters[suit];
+}
+
+std::string cardText(int value, unsigned int suit) {
+    std::string text(2, ' ');
+    text[0] = charFromValue(value);
+    text[1] = charFromSuit(suit);
+    return text;
+}
+
+CardValue cardFromText(const std::string& text) {
+    if (text.size() > 2)
+        throw std::runtime_error("Invalid card description.");
+    // A short text reads as the character 0 in the missing places, which the look-ups refuse.
+    const char valueCharacter = text.size() > 0 ? text[0] : '\0';
+    const char suitCharacter = text.size() > 1 ? text[1] : '\0';
+    CardValue card;
+    card.value = valueFromChar(valueCharacter);
+    card.suit = suitFromChar(suitCharacter);
+    card.text = cardText(card.value, card.suit);
+    return card;
+}
+
+CardValue randomCard() {
+    CardValue card;
+    card.value = std::rand() % 13;
+    card.suit = static_cast<unsigned int>(std::rand() % 4 + 1);
+    card.text = cardText(card.value, card.suit);
+    return card;
+}
+
+bool isHigherValueThan(char a, char b) {
+    return valueFromChar(a) < valueFromChar(b);
+}
+
+bool isLowerValueThan(char a, char b) {
+    return valueFromChar(a) > valueFromChar(b);
+}
+
+char nextHigherValueChar(char value) {
+    const int number = valueFromChar(value);
+    return number == 0 ? '\0' : charFromValue(number - 1);
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Range/CardValue.h"
+
+#include <string>
+
+// Conversions between the card vocabulary's numbers and characters.
+//
+// Value numbers: A 0, K 1, Q 2, J 3, T 4, 9 5 ... 2 12, and 13 for the wildcard `X`.
+// Suit numbers:  A (any) 0, d 1, h 2, s 3, c 4, S (suited) 5, O (offsuit) 6.
+// Lower-case `o` is a class character of the range text, never a suit.
+//
+// Bad input throws std::runtime_error with a short message (see each function). None of
+// these allocate except the ones returning text; all are table or switch look-ups.
+
+// "Invalid value description." for anything but 2-9, T, J, Q, K, A, X.
+int valueFromChar(char value);
+// "Invalid card value." outside 0..13.
+char charFromValue(int value);
+// "Invalid suit description." for anything but A, d, h, s, c, S, O.
+unsigned int suitFromChar(char suit);
+// "Invalid suit value." outside 0..6.
+char charFromSuit(unsigned int suit);
+
+// Two-character text of a card: value character, suit character.
+std::string cardText(int value, unsigned int suit);
+// Card record of a two-character text; throws the messages above for bad characters, and
+// "Invalid card description." when the text is longer than two characters.
+CardValue cardFromText(const std::string& text);
+// Any of the 52 cards, from the runtime's rand(): value rand() % 13, then suit rand() % 4 + 1.
+CardValue randomCard();
+
+// True when value character `a` is the higher card (its value number is smaller).
+bool isHigherValueThan(char a, char b);
+// The same comparison with the sense reversed, for ascending table columns.
+bool isLowerValueThan(char a, char b);
+
+// The value character one step higher (`T` gives `J`). The ace has no higher value: the
+// result is then the character with code 0, which every later look-up refuses.
+char nextHigherValueChar(char value);

@@ -1,0 +1,639 @@
+#include "Range/RangeStringOperations.h"
+
+#include "Range/Assertion.h"
+#include "Range/CardConversion.h"
+
+#include <algorithm>
+#include <cctype>
+#include <stdexcept>
+#include <vector>
+
+namespace Range {
+namespace {
+
+using Tokens = std::vector<std::string>;
+
+Tokens splitTokens(const std::string& text) {
+    Tokens tokens;
+    tokens.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), ',')) + 1);
+    const char* const begin = text.data();
+    const char* const end = begin + text.size();
+    const char* start = begin;
+    for (const char* c = begin; c != end; ++c) {
+        if (*c == ',') {
+            tokens.emplace_back(start, c);
+            start = c + 1;
+        }
+    }
+    tokens.emplace_back(start, end);
+    return tokens;
+}
+
+bool holds(const std::string& token, char c) {
+    for (char t : token)
+        if (t == c)
+            return true;
+    return false;
+}
+
+// The white space of isspace in the "C" locale.
+bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\v' || c == '\f' || c == '\r';
+}
+
+std::string joinTokens(const Tokens& tokens) {
+    std::string text;
+    std::size_t length = 0;
+    for (const std::string& token : tokens)
+        length += token.size() + 1;
+    text.reserve(length);
+    for (const std::string& token : tokens) {
+        if (!text.empty())
+            text += ',';
+        text += token;
+    }
+    return text;
+}
+
+// Value number of a canonical value character (A 0 ... 2 12, X 13); anything else 14, so
+// that sorting never throws.
+int rank(char value) {
+    switch (value) {
+    case 'A':
+        return 0;
+    case 'K':
+        return 1;
+    case 'Q':
+        return 2;
+    case 'J':
+        return 3;
+    case 'T':
+        return 4;
+    case '9':
+        return 5;
+    case '8':
+        return 6;
+    case '7':
+        return 7;
+    case '6':
+        return 8;
+    case '5':
+        return 9;
+    case '4':
+        return 10;
+    case '3':
+        return 11;
+    case '2':
+        return 12;
+    case 'X':
+        return 13;
+    default:
+        return 14;
+    }
+}
+
+// ASCII only, independent of the locale.
+char upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// A value letter of either case, wildcard excluded.
+bool isValueLetter(char c) {
+    const char u = upper(c);
+    return (u >= '2' && u <= '9') || u == 'T' || u == 'J' || u == 'Q' || u == 'K' || u == 'A';
+}
+
+bool isClassLetter(char c) {
+    return c == 's' || c == 'o' || c == 'S' || c == 'O';
+}
+
+bool isSuitLetter(char c) {
+    const char l = lower(c);
+    return l == 'd' || l == 'h' || l == 's' || l == 'c';
+}
+
+// Place of a canonical suit character in the order x, d, h, s, c.
+int suitRank(char suit) {
+    switch (suit) {
+    case 'x':
+        return 0;
+    case 'd':
+        return 1;
+    case 'h':
+        return 2;
+    case 's':
+        return 3;
+    case 'c':
+        return 4;
+    default:
+        return 5;
+    }
+}
+
+bool higher(char a, char b) {
+    return rank(a) < rank(b);
+}
+
+bool isPairToken(const std::string& token) {
+    return token.size() == 2 && token[0] == token[1];
+}
+
+bool isConcreteToken(const std::string& token) {
+    return token.size() == 4 && !holds(token, '+');
+}
+
+enum class Verdict { Valid, Drop, Again, Split };
+
+// --- normalize, one rule per token shape ----------------------------------------------------
+
+// A part of a span: two value letters and, with three characters, a class letter. Brings it
+// into canonical spelling; returns false when it cannot be a part.
+bool repairSpanPart(std::string& part, bool& repaired) {
+    if (part.size() != 2 && part.size() != 3)
+        return false;
+    if (!isValueLetter(part[0]) || !isValueLetter(part[1]))
+        return false;
+    if (part.size() == 3 && !isClassLetter(part[2]))
+        return false;
+    std::string canonical = part;
+    canonical[0] = upper(canonical[0]);
+    canonical[1] = upper(canonical[1]);
+    if (canonical.size() == 3)
+        canonical[2] = lower(canonical[2]);
+    if (higher(canonical[1], canonical[0]))
+        std::swap(canonical[0], canonical[1]);
+    if (canonical != part) {
+        part = canonical;
+        repaired = true;
+    }
+    return true;
+}
+
+Verdict judgeSpan(std::string& token, Tokens& extra) {
+    const std::size_t dash = token.find('-');
+    if (dash == std::string::npos || token.find('-', dash + 1) != std::string::npos)
+        return Verdict::Drop;
+    std::string first = token.substr(0, dash);
+    std::string second = token.substr(dash + 1);
+    bool repaired = false;
+    if (!repairSpanPart(first, repaired) || !repairSpanPart(second, repaired))
+        return Verdict::Drop;
+    if (repaired) {
+        token = first + "-" + second;
+        return Verdict::Again;
+    }
+    if (first == second) {
+        token = first;
+        return Verdict::Again;
+    }
+    if (first.size() != second.size() || (first.size() == 3 && first[2] != second[2]))
+        return Verdict::Drop;
+    const bool firstIsPair = first[0] == first[1];
+    const bool secondIsPair = second[0] == second[1];
+    // A pair with a class letter, or a pair against a non-pair, spans nothing sensible.
+    if ((first.size() == 3 && (firstIsPair || secondIsPair)) || firstIsPair != secondIsPair)
+        return Verdict::Drop;
+    if (first[0] != second[0] && !(firstIsPair && secondIsPair))
+        return Verdict::Drop;
+    if (higher(first[1], second[1])) {
+        if (firstIsPair)
+            std::swap(first, second);
+        else
+            std::swap(first[1], second[1]);
+        token = first + "-" + second;
+        return Verdict::Again;
+    }
+    if (first.size() == 2 && !firstIsPair) {
+        extra.push_back(first + "s-" + second + "s");
+        extra.push_back(first + "o-" + second + "o");
+        return Verdict::Split;
+    }
+    return Verdict::Valid;
+}
+
+Verdict judgeClassPlus(std::string& token) {
+    if (token[3] != '+')
+        return Verdict::Drop;
+    if (!isValueLetter(token[0]) || !isValueLetter(token[1]) || upper(token[0]) == upper(token[1]))
+        return Verdict::Drop;
+    if (!isClassLetter(token[2]))
+        return Verdict::Drop;
+    for (int place = 0; place < 3; ++place) {
+        const char canonical = place < 2 ? upper(token[place]) : lower(token[place]);
+        if (canonical != token[place]) {
+            token[place] = canonical;
+            return Verdict::Again;
+        }
+    }
+    if (higher(token[1], token[0])) {
+        std::swap(token[0], token[1]);
+        return Verdict::Again;
+    }
+    return Verdict::Valid;
+}
+
+Verdict judgeConcrete(std::string& token) {
+    for (int place = 0; place < 4; place += 2)
+        if (!isValueLetter(token[place]) && upper(token[place]) != 'X')
+            return Verdict::Drop;
+    for (int place = 1; place < 4; place += 2)
+        if (!isSuitLetter(token[place]) && lower(token[place]) != 'x')
+            return Verdict::Drop;
+    const std::string canonical{upper(token[0]), lower(token[1]), upper(token[2]), lower(token[3])};
+    if (canonical != token) {
+        token = canonical;
+        return Verdict::Again;
+    }
+    if (higher(token[2], token[0])) {
+        token = token.substr(2, 2) + token.substr(0, 2);
+        return Verdict::Again;
+    }
+    if (token[0] == token[2] && suitRank(token[1]) > suitRank(token[3])) {
+        std::swap(token[1], token[3]);
+        return Verdict::Again;
+    }
+    return Verdict::Valid;
+}
+
+Verdict judgeClass(std::string& token) {
+    if (!isValueLetter(token[0]) || !isValueLetter(token[1]) || upper(token[0]) == upper(token[1]))
+        return Verdict::Drop;
+    if (!isClassLetter(token[2]))
+        return Verdict::Drop;
+    const std::string canonical{upper(token[0]), upper(token[1]), lower(token[2])};
+    if (canonical != token) {
+        token = canonical;
+        return Verdict::Again;
+    }
+    if (higher(token[1], token[0])) {
+        std::swap(token[0], token[1]);
+        return Verdict::Again;
+    }
+    return Verdict::Valid;
+}
+
+Verdict judgeUnqualifiedPlus(std::string& token, Tokens& extra) {
+    if (token[2] != '+' || !isValueLetter(token[0]) || !isValueLetter(token[1]))
+        return Verdict::Drop;
+    const std::string canonical{upper(token[0]), upper(token[1]), '+'};
+    if (canonical != token) {
+        token = canonical;
+        return Verdict::Again;
+    }
+    if (higher(token[1], token[0])) {
+        std::swap(token[0], token[1]);
+        return Verdict::Again;
+    }
+    if (token[0] == token[1])
+        return Verdict::Valid;
+    extra.push_back(token.substr(0, 2) + "s+");
+    extra.push_back(token.substr(0, 2) + "o+");
+    return Verdict::Split;
+}
+
+Verdict judgeTwo(std::string& token) {
+    if (!isValueLetter(token[0]) || !isValueLetter(token[1]))
+        return Verdict::Drop;
+    const std::string canonical{upper(token[0]), upper(token[1])};
+    if (canonical != token) {
+        token = canonical;
+        return Verdict::Again;
+    }
+    if (higher(token[1], token[0])) {
+        std::swap(token[0], token[1]);
+        return Verdict::Again;
+    }
+    return Verdict::Valid;
+}
+
+Verdict judge(std::string& token, Tokens& extra) {
+    const std::size_t length = token.size();
+    if (length < 2 || length > 7)
+        return Verdict::Drop;
+    if (length >= 5)
+        return judgeSpan(token, extra);
+    const bool plus = holds(token, '+');
+    if (length == 4)
+        return plus ? judgeClassPlus(token) : judgeConcrete(token);
+    if (length == 3)
+        return plus ? judgeUnqualifiedPlus(token, extra) : judgeClass(token);
+    return judgeTwo(token);
+}
+
+// --- Orders ---------------------------------------------------------------------------------
+
+// Sort keys: a token's place in an order as one number, so that sorting moves numbers
+// rather than strings. Ties keep the order of the input.
+
+// Group of a token in normal order: pairs, other two-character tokens, longer tokens that
+// are not concrete hands, concrete hands.
+int normalGroup(const std::string& token) {
+    if (token.size() == 2)
+        return token[0] == token[1] ? 0 : 1;
+    return isConcreteToken(token) ? 3 : 2;
+}
+
+// The character at `place`, or 0 past the end (technical text from outside may be short).
+char charAt(const std::string& token, std::size_t place) {
+    return place < token.size() ? token[place] : '\0';
+}
+
+unsigned int key(int group, int first, int second, int third) {
+    return static_cast<unsigned int>(group) << 24 | static_cast<unsigned int>(first) << 16 |
+           static_cast<unsigned int>(second) << 8 | static_cast<unsigned int>(third);
+}
+
+// Pairs by value, the ace first; other two-character tokens by both values; longer tokens by
+// both values and `s` before `o`; concrete hands by the values at places 1 and 3.
+unsigned int normalKey(const std::string& token) {
+    switch (normalGroup(token)) {
+    case 0:
+        return key(0, rank(token[0]), 0, 0);
+    case 1:
+        return key(1, rank(token[0]), rank(token[1]), 0);
+    case 2:
+        return key(2, rank(token[0]), rank(charAt(token, 1)), charAt(token, 2) == 'o' ? 1 : 0);
+    default:
+        return key(3, rank(token[0]), rank(token[2]), 0);
+    }
+}
+
+// As normal order, but the suited block of the longer tokens stands before the offsuit one.
+unsigned int compactKey(const std::string& token) {
+    switch (normalGroup(token)) {
+    case 0:
+        return key(0, rank(token[0]), 0, 0);
+    case 1:
+        return key(1, rank(token[0]), rank(token[1]), 0);
+    case 2: {
+        const char third = charAt(token, 2);
+        const int block = third == 's' ? 2 : (third == 'o' ? 4 : 3);
+        return key(block, rank(token[0]), rank(charAt(token, 1)), 0);
+    }
+    default:
+        return key(5, rank(token[0]), rank(token[2]), 0);
+    }
+}
+
+// Stable sort of `tokens` by `keyOf`.
+template <typename KeyOf>
+void sortTokens(Tokens& tokens, KeyOf keyOf) {
+    std::vector<unsigned long long> order;
+    order.reserve(tokens.size());
+    for (std::size_t i = 0; i < tokens.size(); ++i)
+        order.push_back(static_cast<unsigned long long>(keyOf(tokens[i])) << 32 | i);
+    std::sort(order.begin(), order.end());
+    Tokens sorted;
+    sorted.reserve(tokens.size());
+    for (unsigned long long entry : order)
+        sorted.push_back(std::move(tokens[entry & 0xFFFFFFFFULL]));
+    tokens.swap(sorted);
+}
+
+bool nextLower(char lowerValue, char higherValue) {
+    return rank(lowerValue) == rank(higherValue) + 1 && rank(lowerValue) <= 12;
+}
+
+void flushPairs(std::string& out, const std::string& first, const std::string& last) {
+    if (first == last)
+        out += first;
+    else if (first == "AA")
+        out += last + "+";
+    else
+        out += last + "-" + first;
+    out += ',';
+}
+
+void flushOthers(std::string& out, const std::string& first, const std::string& last) {
+    if (first == last)
+        out += first;
+    else if (nextLower(first[1], first[0]))
+        out += last + "+";
+    else
+        out += last + "-" + first;
+    out += ',';
+}
+
+// --- expand -------------------------------------------------------------------------------
+
+const char* placeCharacters(const char& c) {
+    if (c == 'X')
+        return "23456789TJQKA";
+    if (c == 'x')
+        return "dhcs";
+    return &c;
+}
+
+std::size_t placeCount(char c) {
+    return c == 'X' ? 13 : (c == 'x' ? 4 : 1);
+}
+
+void expandWildcard(const std::string& token, Tokens& out) {
+    if (token.size() != 4)
+        return;
+    const char* places[4];
+    std::size_t counts[4];
+    for (int i = 0; i < 4; ++i) {
+        places[i] = placeCharacters(token[i]);
+        counts[i] = placeCount(token[i]);
+    }
+    for (std::size_t a = 0; a < counts[0]; ++a)
+        for (std::size_t b = 0; b < counts[1]; ++b)
+            for (std::size_t c = 0; c < counts[2]; ++c)
+                for (std::size_t d = 0; d < counts[3]; ++d) {
+                    const char first[2] = {places[0][a], places[1][b]};
+                    const char second[2] = {places[2][c], places[3][d]};
+                    std::string hand(4, ' ');
+                    const bool swap = higher(second[0], first[0]);
+                    hand[0] = swap ? second[0] : first[0];
+                    hand[1] = swap ? second[1] : first[1];
+                    hand[2] = swap ? first[0] : second[0];
+                    hand[3] = swap ? first[1] : second[1];
+                    out.push_back(std::move(hand));
+                }
+}
+
+} // namespace
+
+void normalize(std::string& text) {
+    text.erase(std::remove_if(text.begin(), text.end(), isBlank), text.end());
+    if (text.empty())
+        return;
+    Tokens tokens = splitTokens(text);
+    Tokens kept;
+    Tokens extra;
+    kept.reserve(tokens.size());
+    bool changed = false;
+    for (std::string& token : tokens) {
+        Verdict verdict;
+        while ((verdict = judge(token, extra)) == Verdict::Again)
+            changed = true;
+        if (verdict == Verdict::Valid)
+            kept.push_back(std::move(token));
+        else
+            changed = true;
+    }
+    if (!changed)
+        return;
+    for (std::string& token : extra)
+        kept.push_back(std::move(token));
+    sortTokens(kept, normalKey);
+    text = joinTokens(kept);
+}
+
+std::string expand(const std::string& normalText) {
+    if (normalText.empty())
+        return std::string();
+    QV_ASSERT(normalText.find("Group") == std::string::npos, "str is corrupted with a group.");
+    Tokens remaining;
+    Tokens collected;
+    for (const std::string& token : splitTokens(normalText)) {
+        if (holds(token, 'x') || holds(token, 'X')) {
+            expandWildcard(token, collected);
+        } else if (holds(token, '-')) {
+            if (token.size() == 5) {
+                std::string current = token.substr(0, 2);
+                while (true) {
+                    collected.push_back(current);
+                    if (current[0] == token[3])
+                        break;
+                    current[0] = nextHigherValueChar(current[0]);
+                    current[1] = nextHigherValueChar(current[1]);
+                }
+            } else {
+                const char end = token.size() > 5 ? token[5] : '\0';
+                std::string current = token.substr(0, 3);
+                while (true) {
+                    collected.push_back(current);
+                    if (current.size() < 2 || current[1] == end)
+                        break;
+                    current[1] = nextHigherValueChar(current[1]);
+                }
+            }
+        } else if (holds(token, '+')) {
+            if (token.size() == 3) {
+                std::string current = token.substr(0, 2);
+                while (true) {
+                    collected.push_back(current);
+                    if (current[0] == 'A')
+                        break;
+                    current[0] = nextHigherValueChar(current[0]);
+                    current[1] = nextHigherValueChar(current[1]);
+                }
+            } else if (token.size() >= 2) {
+                std::string current = token.substr(0, 3);
+                while (true) {
+                    collected.push_back(current);
+                    current[1] = nextHigherValueChar(current[1]);
+                    if (current[1] == current[0])
+                        break;
+                }
+            }
+        } else if (!token.empty()) {
+            remaining.push_back(token);
+        }
+    }
+    for (std::string& token : collected)
+        remaining.push_back(std::move(token));
+    return joinTokens(remaining);
+}
+
+std::string compact(const std::string& technicalText) {
+    if (technicalText.empty())
+        return std::string();
+    Tokens tokens;
+    for (std::string& token : splitTokens(technicalText))
+        if (!token.empty())
+            tokens.push_back(std::move(token));
+    if (tokens.empty())
+        return std::string();
+    sortTokens(tokens, compactKey);
+
+    std::string out;
+    out.reserve(technicalText.size());
+    std::size_t firstIndex = 0;
+    std::size_t lastIndex = 0;
+    for (std::size_t i = 1; i < tokens.size(); ++i) {
+        const std::string& first = tokens[firstIndex];
+        const std::string& last = tokens[lastIndex];
+        const std::string& current = tokens[i];
+        if (first.size() == 4) {
+            // The rest are concrete hands; the run's first one goes to the very end.
+            for (std::size_t j = i; j < tokens.size(); ++j)
+                out += tokens[j] + ",";
+            out += first + ",";
+            out.pop_back();
+            return out;
+        }
+        if (isPairToken(first)) {
+            if (isPairToken(current) && nextLower(current[0], last[0])) {
+                lastIndex = i;
+                continue;
+            }
+            flushPairs(out, first, last);
+        } else {
+            if (isPairToken(current))
+                throw std::runtime_error("String has to be sorted to be processed.");
+            // Runs keep to one token shape and one class: the block border between suited
+            // and offsuit tokens must not join a run.
+            if (!isConcreteToken(current) && current.size() == last.size() &&
+                (current.size() != 3 || current[2] == last[2]) && current[0] == last[0] &&
+                nextLower(current[1], last[1])) {
+                lastIndex = i;
+                continue;
+            }
+            flushOthers(out, first, last);
+        }
+        firstIndex = lastIndex = i;
+    }
+    const std::string& first = tokens[firstIndex];
+    const std::string& last = tokens[lastIndex];
+    if (isPairToken(first))
+        flushPairs(out, first, last);
+    else
+        flushOthers(out, first, last);
+    out.pop_back();
+    return out;
+}
+
+std::pair<unsigned int, float> countCombinations(const std::string& technicalText) {
+    if (technicalText.empty())
+        return {0, 0.0f};
+    unsigned int count = 0;
+    for (const std::string& token : splitTokens(technicalText)) {
+        switch (token.size()) {
+        case 4:
+            count += 1;
+            break;
+        case 2:
+            count += token[0] == token[1] ? 6 : 16;
+            break;
+        case 3:
+            if (token[2] == 's')
+                count += 4;
+            else if (token[2] == 'o')
+                count += 12;
+            else
+                QV_ASSERT(false, "false");
+            break;
+        default:
+            QV_ASSERT(false, "false");
+            break;
+        }
+    }
+    return {count, static_cast<float>(count) / 1326.0f};
+}
+
+bool sharesSuitPair(const std::string& first, const std::string& second) {
+    for (std::size_t i = 0; i + 1 < first.size(); i += 2)
+        for (std::size_t j = 0; j + 1 < second.size(); j += 2)
+            if (first[i] == second[j] && first[i + 1] == second[j + 1])
+                return true;
+    return false;
+}
+
+} // namespace Range

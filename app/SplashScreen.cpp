@@ -1,0 +1,120 @@
+#include "app/SplashScreen.h"
+
+#include "ui_SplashScreen.h"
+
+#include "app/ProductServer.h"
+#include "app/Version.h"
+
+#include <VelmaraEvaluatorBase.h>
+
+#include <QIcon>
+#include <QMessageBox>
+#include <QMovie>
+#include <QMutex>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QPushButton>
+#include <QSettings>
+#include <QTime>
+#include <QWaitCondition>
+
+SplashScreen::SplashScreen(QWidget* parent)
+    : QDialog(parent, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
+      ui(new Ui::SplashScreen) {
+    setAttribute(Qt::WA_TranslucentBackground);
+    ui->setupUi(this);
+    auto* spinner = new QMovie(QStringLiteral(":/loading.gif"), QByteArray(), this);
+    ui->spinner->setMovie(spinner);
+    spinner->start();
+    ui->versionLabel->setText(QStringLiteral("Version ") +
+                              QString::fromStdString(Version::aboutText()).mid(1));
+
+    // Read and dropped: the check runs whatever the value, and no menu entry changes it.
+    QSettings settings(QStringLiteral("Velmara"), QStringLiteral("Quorvane"));
+    settings.value(QStringLiteral("optionmenu/checkForUpdates"), true).toBool();
+
+    ui->action->setText(QStringLiteral("Searching for Updates..."));
+    ui->action->adjustSize();
+    connect(&network, &QNetworkAccessManager::finished, this,
+            &SplashScreen::onNetworkReplyForVersionCheck);
+    QNetworkRequest request(ProductServer::url(QStringLiteral("/Downloadables/version.php")));
+    request.setTransferTimeout(versionCheckTimeoutMs);
+    network.get(request);
+}
+
+SplashScreen::~SplashScreen() {
+    delete ui;
+}
+
+void SplashScreen::onNetworkReplyForVersionCheck(QNetworkReply* reply) {
+    const bool failed = reply->error() != QNetworkReply::NoError ||
+                        reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() != 200;
+
+    if (!failed) {
+        // Garbage reads as 0, which never offers an update.
+        const float serverVersion = QString::fromUtf8(reply->readLine()).toFloat();
+        reply->readLine(); // a second line may follow; this flow has no use for it
+        if (serverVersion > Version::program) {
+            QMessageBox box;
+            box.setWindowTitle(QStringLiteral("Update available"));
+            box.setText(QStringLiteral("An update is available. Press Ok to install it."));
+            box.setWindowFlags(Qt::WindowStaysOnTopHint | Qt::MSWindowsFixedSizeDialogHint);
+            box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+            box.setIcon(QMessageBox::Information);
+            box.setWindowIcon(QIcon(QStringLiteral(":/favicon.ico")));
+            box.raise();
+            if (box.exec() == QMessageBox::Ok) {
+                reply->deleteLater();
+                status = InstallUpdate;
+                close();
+                return;
+            }
+        }
+        reply->deleteLater();
+        setNewNonUpdateStep();
+        return;
+    }
+
+    QSettings settings(QStringLiteral("Velmara"), QStringLiteral("Quorvane"));
+    if (!settings.value(QStringLiteral("PreStarter/ignoreInternetWarning"), false).toBool()) {
+        const int answer = QMessageBox::warning(
+            nullptr, QStringLiteral("Update Check Failed"),
+            QStringLiteral("Check for updates failed. Please make sure that this software has "
+                           "sufficient permissions to access the internet. Otherwise, checks "
+                           "for updates cannot be performed. Alternatively, you can get the "
+                           "newest update by starting QuorvaneUpdater.exe or download it at ") +
+                ProductServer::webAddress() +
+                QStringLiteral("<br/><br/>Press Ignore to disable this warning in the future."),
+            QMessageBox::Ok | QMessageBox::Ignore);
+        if (answer == QMessageBox::Ignore)
+            settings.setValue(QStringLiteral("PreStarter/ignoreInternetWarning"), true);
+    }
+    reply->deleteLater();
+    setNewNonUpdateStep();
+}
+
+void SplashScreen::setNewNonUpdateStep() {
+    ui->action->setText(QStringLiteral("Starting..."));
+    ui->action->adjustSize();
+    QCoreApplication::processEvents();
+
+    // The run-time's random numbers are seeded here, once, for the whole program.
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+    qsrand(static_cast<uint>(QTime::currentTime().msec()));
+    QT_WARNING_POP
+
+    // A fixed one-second pause on the main thread: nobody wakes the condition. The splash
+    // stays visible meanwhile, and no timer event runs.
+    QMutex mutex;
+    QWaitCondition neverSignalled;
+    mutex.lock();
+    neverSignalled.wait(&mutex, 1000);
+    mutex.unlock();
+
+    // Must have returned before any calculation starts; nothing else calls it.
+    initializeAllBoardsBeforeCalculation();
+
+    status = StartProgram;
+    close();
+}

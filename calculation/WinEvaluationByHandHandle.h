@@ -1,0 +1,20 @@
+#pragma once
+
+#include "calculation/ThreadHandle.h"
+
+#include <string>
+
+// Handle of one getWinEvaluationByHand calculation. Results arrive through
+// ThreadPool::WinEvaluationByHandFinished.
+class WinEvaluationByHandHandle : public ThreadHandle {
+public:
+    WinEvaluationByHandHandle() = default;
+    WinEvaluationByHandHandle(ThreadPool* pool, unsigned int id);
+
+    // Runs getWinEvaluationByHand in the background on copies of the texts; an empty board
+    // selects the overload without board. Only a fresh handle may be started, once.
+    void Start(const std::string& range1, const std::string& range2, const std::string& board,
+               const std::string& dead);
+    // Valid and still known to the pool.
+    bool IsRunning() const override;
+};

@@ -1,0 +1,512 @@
+#include "Enumeration.h"
+
+#include "VelmaraEvaluatorBase.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace qve {
+
+namespace {
+
+constexpr std::uint64_t in1Bit = 1u << 12;
+constexpr std::uint64_t in2Bit = 1u << 13;
+
+QVE_ALWAYS_INLINE int card1Of(std::uint64_t entry) {
+    return int(entry & 63);
+}
+QVE_ALWAYS_INLINE int card2Of(std::uint64_t entry) {
+    return int((entry >> 6) & 63);
+}
+QVE_ALWAYS_INLINE int slotOf(std::uint64_t entry) {
+    return int((entry >> 16) & 0xFFFF);
+}
+QVE_ALWAYS_INLINE unsigned strengthOf(std::uint64_t entry) {
+    return unsigned(entry >> 32);
+}
+
+// Sorts by strength (bits 32-44) in two stable counting passes of 7 and 6 bits.
+void sortByStrength(std::uint64_t* entries, std::uint64_t* spare, std::size_t n) {
+    std::uint32_t low[128];
+    std::uint32_t high[64];
+    std::memset(low, 0, sizeof low);
+    std::memset(high, 0, sizeof high);
+    for (std::size_t i = 0; i < n; ++i) {
+        ++low[(entries[i] >> 32) & 127];
+        ++high[(entries[i] >> 39) & 63];
+    }
+    // Running sums in a register: a chain through memory would cost a store-to-load
+    // round trip per bucket.
+    std::uint32_t sum = 0;
+    for (int b = 0; b < 128; ++b) {
+        const std::uint32_t count = low[b];
+        low[b] = sum;
+        sum += count;
+    }
+    sum = 0;
+    for (int b = 0; b < 64; ++b) {
+        const std::uint32_t count = high[b];
+        high[b] = sum;
+        sum += count;
+    }
+    for (std::size_t i = 0; i < n; ++i)
+        spare[low[(entries[i] >> 32) & 127]++] = entries[i];
+    for (std::size_t i = 0; i < n; ++i)
+        entries[high[(spare[i] >> 39) & 63]++] = spare[i];
+}
+
+} // namespace
+
+std::uint64_t binomial(int n, int k) {
+    if (k < 0 || n < k)
+        return 0;
+    std::uint64_t result = 1;
+    for (int i = 1; i <= k; ++i)
+        result = result * std::uint64_t(n - k + i) / std::uint64_t(i);
+    return result;
+}
+
+struct LiveClass {
+    Strength strength;
+    std::uint16_t live1; // grids of the live hands
+    std::uint16_t live2;
+    std::uint8_t high;
+    std::uint8_t low;
+};
+
+struct BoardEnumeration::Scratch {
+    LiveClass liveClasses[valueClassCount];
+    std::vector<std::uint64_t> entries;
+    std::uint64_t flushHands[80]; // at most C(13, 2) hands of one suit
+    std::vector<std::uint64_t> spare;
+    std::int64_t wins = 0; // of the boards counted so far, weighted
+    std::int64_t ties = 0;
+    std::vector<std::int64_t> handWins;
+    std::vector<std::int64_t> handTies;
+};
+
+// Ranges of fewer hands than this are counted per hand: a board then costs less than the
+// walk over the 91 value classes.
+constexpr std::size_t valueClassThreshold = 100;
+
+BoardEnumeration::BoardEnumeration(const std::vector<CardMask>& hands1Given,
+                                   const std::vector<CardMask>& hands2, bool byHand, Method method)
+    : tables(rankTables()), byHand(byHand), count1(hands1Given.size()), slotOfHand(handCount, -1),
+      hands1(hands1Given) {
+    std::vector<std::uint64_t> flags(handCount, 0);
+    for (std::size_t i = 0; i < hands1.size(); ++i) {
+        const int index = handIndex(hands1[i]);
+        flags[index] |= in1Bit;
+        slotOfHand[index] = static_cast<int>(i);
+    }
+    for (CardMask hand : hands2)
+        flags[handIndex(hand)] |= in2Bit;
+    for (int index = 0; index < handCount; ++index) {
+        if (!flags[index])
+            continue;
+        const CardMask hand = handOfIndex(index);
+        const int c1 = lowestBit64(hand);
+        const int c2 = highestBit64(hand);
+        const std::uint64_t slot = slotOfHand[index] >= 0 ? std::uint64_t(slotOfHand[index]) : 0;
+        hands.push_back({hand, tables.cardKey[c1] + tables.cardKey[c2],
+                         std::uint64_t(c1) | std::uint64_t(c2) << 6 | flags[index] | slot << 16});
+    }
+    byValueClass =
+        !byHand && (method == Method::perValueClass ||
+                    (method == Method::automatic && hands.size() >= valueClassThreshold));
+    if (!byValueClass)
+        return;
+    valueClassTables();
+    for (const Entry& e : hands) {
+        // c1 < c2 as mask bits; the grid wants the higher value's suit first.
+        int first = card1Of(e.info);
+        int second = card2Of(e.info);
+        if (first % 13 < second % 13 || (first % 13 == second % 13 && first > second))
+            std::swap(first, second);
+        const int high = first % 13;
+        const int low = second % 13;
+        const int bit = (first / 13) * 4 + second / 13;
+        const int k = valueClassOf(high, low);
+        if (e.info & in1Bit)
+            grid1[k] |= static_cast<std::uint16_t>(1u << bit);
+        if (e.info & in2Bit)
+            grid2[k] |= static_cast<std::uint16_t>(1u << bit);
+        if (first / 13 == second / 13)
+            suited[first / 13].push_back(e);
+    }
+}
+
+namespace {
+
+// Sum over the eight cards of a class (row r: card v of suit r, column c: card w of suit c)
+// of the hand counts times `perCard`.
+QVE_ALWAYS_INLINE std::int64_t cardSum(std::uint32_t rows, std::uint32_t columns, int high, int low,
+                                       const std::int32_t* perCard) {
+    std::int64_t sum = 0;
+    for (int suit = 0; suit < 4; ++suit) {
+        sum += std::int64_t((rows >> (8 * suit)) & 0xFF) * perCard[13 * suit + high];
+        sum += std::int64_t((columns >> (8 * suit)) & 0xFF) * perCard[13 * suit + low];
+    }
+    return sum;
+}
+
+QVE_ALWAYS_INLINE void addCards(std::uint32_t rows, std::uint32_t columns, int high, int low,
+                                std::int32_t* perCard) {
+    for (int suit = 0; suit < 4; ++suit) {
+        perCard[13 * suit + high] += std::int32_t((rows >> (8 * suit)) & 0xFF);
+        perCard[13 * suit + low] += std::int32_t((columns >> (8 * suit)) & 0xFF);
+    }
+}
+
+QVE_ALWAYS_INLINE std::int32_t handsOf(std::uint32_t rows) {
+    return std::int32_t((rows * 0x01010101u) >> 24);
+}
+
+// Pairs of one hand of grid 1 and one of grid 2 of the same class sharing a card, counting
+// a hand in both grids twice: sum over the eight cards of n1(c) x n2(c).
+template <typename Class>
+QVE_ALWAYS_INLINE std::int64_t sharedCards(std::uint32_t rows1, std::uint32_t columns1,
+                                           std::uint32_t rows2, std::uint32_t columns2,
+                                           const Class& c) {
+    std::int64_t sum = 0;
+    for (int suit = 0; suit < 4; ++suit) {
+        const int shift = 8 * suit;
+        sum += std::int64_t((rows1 >> shift) & 0xFF) * ((rows2 >> shift) & 0xFF) +
+               std::int64_t((columns1 >> shift) & 0xFF) * ((columns2 >> shift) & 0xFF);
+    }
+    if (c.high == c.low) {
+        // A pair's card of suit s is in row s and in column s: add the cross terms.
+        for (int suit = 0; suit < 4; ++suit) {
+            const int shift = 8 * suit;
+            sum += std::int64_t((rows1 >> shift) & 0xFF) * ((columns2 >> shift) & 0xFF) +
+                   std::int64_t((columns1 >> shift) & 0xFF) * ((rows2 >> shift) & 0xFF);
+        }
+    }
+    return sum;
+}
+
+} // namespace
+
+bool BoardEnumeration::countBoardByValueClass(CardMask board, std::int64_t weight,
+                                              Scratch& s) const {
+    const RankTables& t = tables;
+    const ValueClassTables& v = valueClassTables();
+    const std::uint64_t boardKey = keyOfCards(t, board);
+    // Suit counters start at 3: 6 is three cards of the suit, 7 or more four or five.
+    int flushSuit = -1;
+    for (int suit = 0; suit < 4; ++suit) {
+        const unsigned counter = unsigned(boardKey >> (32 + 4 * suit)) & 0xF;
+        if (counter >= 7)
+            return false;
+        if (counter == 6)
+            flushSuit = suit;
+    }
+    // Suits of the board cards of each value: the grid rows and columns they block.
+    std::uint8_t boardSuits[13] = {};
+    for (CardMask rest = board; rest; rest &= rest - 1) {
+        const int card = lowestBit64(rest);
+        boardSuits[card % 13] |= static_cast<std::uint8_t>(1u << (card / 13));
+    }
+    // Hands that make a flush: ranked one by one, in ascending strength.
+    std::size_t flushCount = 0;
+    std::uint16_t suitedBit = 0;
+    if (flushSuit >= 0) {
+        suitedBit = static_cast<std::uint16_t>(1u << (5 * flushSuit));
+        for (const Entry& e : suited[flushSuit]) {
+            if (e.mask & board)
+                continue;
+            const std::uint64_t item =
+                e.info | std::uint64_t(strengthSevenOfKey(t, boardKey + e.key, board | e.mask))
+                             << 32;
+            std::size_t i = flushCount++;
+            for (; i > 0 && s.flushHands[i - 1] > item; --i)
+                s.flushHands[i] = s.flushHands[i - 1];
+            s.flushHands[i] = item;
+        }
+    }
+
+    // The classes with a live hand, in ascending strength.
+    const std::size_t set = std::size_t(boardValueSet(t, boardKey)) * valueClassCount;
+    const std::uint8_t* order = v.order.data() + set;
+    const Strength* strength = v.strength.data() + set;
+    LiveClass* live = s.liveClasses;
+    int liveCount = 0;
+    for (int j = 0; j < valueClassCount; ++j) {
+        const int k = order[j];
+        if (!(grid1[k] | grid2[k]))
+            continue;
+        const int high = v.highValue[k];
+        const int low = v.lowValue[k];
+        const std::uint16_t blocked = v.rowsOfSuits[boardSuits[high]] |
+                                      v.columnsOfSuits[boardSuits[low]] |
+                                      (high != low ? suitedBit : 0);
+        const std::uint16_t live1 = grid1[k] & ~blocked;
+        const std::uint16_t live2 = grid2[k] & ~blocked;
+        if (live1 | live2)
+            live[liveCount++] = {strength[j], live1, live2, std::uint8_t(high), std::uint8_t(low)};
+    }
+
+    std::int32_t below = 0;
+    std::int32_t belowCard[52] = {};
+    std::int32_t equalCard[52] = {};
+    std::int64_t wins = 0;
+    std::int64_t ties = 0;
+    std::size_t f = 0;
+    int i = 0;
+    while (i < liveCount || f < flushCount) {
+        if (f < flushCount && (i == liveCount || strengthOf(s.flushHands[f]) < live[i].strength)) {
+            // Hands of one flush strength, as in countBoard.
+            const unsigned level = strengthOf(s.flushHands[f]);
+            std::size_t end = f + 1;
+            while (end < flushCount && strengthOf(s.flushHands[end]) == level)
+                ++end;
+            std::int32_t equal = 0;
+            for (std::size_t k = f; k < end; ++k) {
+                if (s.flushHands[k] & in2Bit) {
+                    ++equal;
+                    ++equalCard[card1Of(s.flushHands[k])];
+                    ++equalCard[card2Of(s.flushHands[k])];
+                }
+            }
+            for (std::size_t k = f; k < end; ++k) {
+                const std::uint64_t e = s.flushHands[k];
+                if (!(e & in1Bit))
+                    continue;
+                const int c1 = card1Of(e);
+                const int c2 = card2Of(e);
+                wins += below - belowCard[c1] - belowCard[c2];
+                ties += equal - equalCard[c1] - equalCard[c2] + ((e & in2Bit) ? 1 : 0);
+            }
+            for (std::size_t k = f; k < end; ++k) {
+                if (s.flushHands[k] & in2Bit) {
+                    const int c1 = card1Of(s.flushHands[k]);
+                    const int c2 = card2Of(s.flushHands[k]);
+                    ++below;
+                    ++belowCard[c1];
+                    ++belowCard[c2];
+                    equalCard[c1] = 0;
+                    equalCard[c2] = 0;
+                }
+            }
+            f = end;
+            continue;
+        }
+        const LiveClass& c = live[i];
+        if (i + 1 == liveCount || live[i + 1].strength != c.strength) {
+            // A class alone at its strength, the common case: its ties are with its own
+            // range2 hands, counted from the two grids without the per-card array.
+            const std::uint32_t rows2 = v.rowCounts[c.live2];
+            const std::uint32_t columns2 = v.columnCounts[c.live2];
+            if (c.live1) {
+                const std::uint32_t rows1 = v.rowCounts[c.live1];
+                const std::uint32_t columns1 = v.columnCounts[c.live1];
+                const std::int64_t n1 = handsOf(rows1);
+                wins += n1 * below - cardSum(rows1, columns1, c.high, c.low, belowCard);
+                ties += n1 * handsOf(rows2) - sharedCards(rows1, columns1, rows2, columns2, c) +
+                        handsOf(v.rowCounts[c.live1 & c.live2]);
+            }
+            below += handsOf(rows2);
+            addCards(rows2, columns2, c.high, c.low, belowCard);
+            ++i;
+            continue;
+        }
+        // Several classes of one strength.
+        int end = i + 1;
+        while (end < liveCount && live[end].strength == c.strength)
+            ++end;
+        std::int32_t equal = 0;
+        for (int j = i; j < end; ++j) {
+            const std::uint32_t rows = v.rowCounts[live[j].live2];
+            equal += handsOf(rows);
+            addCards(rows, v.columnCounts[live[j].live2], live[j].high, live[j].low, equalCard);
+        }
+        for (int j = i; j < end; ++j) {
+            const LiveClass& d = live[j];
+            if (!d.live1)
+                continue;
+            const std::uint32_t rows = v.rowCounts[d.live1];
+            const std::uint32_t columns = v.columnCounts[d.live1];
+            const std::int64_t n = handsOf(rows);
+            wins += n * below - cardSum(rows, columns, d.high, d.low, belowCard);
+            ties += n * equal - cardSum(rows, columns, d.high, d.low, equalCard) +
+                    handsOf(v.rowCounts[d.live1 & d.live2]);
+        }
+        for (int j = i; j < end; ++j) {
+            const LiveClass& d = live[j];
+            const std::uint32_t rows = v.rowCounts[d.live2];
+            below += handsOf(rows);
+            addCards(rows, v.columnCounts[d.live2], d.high, d.low, belowCard);
+            for (int suit = 0; suit < 4; ++suit) {
+                equalCard[13 * suit + d.high] = 0;
+                equalCard[13 * suit + d.low] = 0;
+            }
+        }
+        i = end;
+    }
+    s.wins += weight * wins;
+    s.ties += weight * ties;
+    return true;
+}
+
+void BoardEnumeration::countBoard(CardMask board, std::int64_t weight, Scratch& s) const {
+    const RankTables& t = tables;
+    std::uint64_t* QVE_RESTRICT entries = s.entries.data();
+    const Entry* QVE_RESTRICT hand = hands.data();
+    const Entry* const end = hand + hands.size();
+    const std::uint64_t boardKey = keyOfCards(t, board);
+    std::size_t n = 0;
+    for (; hand != end; ++hand) {
+        if (hand->mask & board)
+            continue;
+        const Strength strength = strengthSevenOfKey(t, boardKey + hand->key, board | hand->mask);
+        entries[n++] = hand->info | std::uint64_t(strength) << 32;
+    }
+    sortByStrength(entries, s.spare.data(), n);
+
+    std::int32_t below = 0;
+    std::int32_t belowCard[52] = {};
+    std::int32_t equalCard[52] = {};
+    std::int64_t wins = 0;
+    std::int64_t ties = 0;
+    std::size_t i = 0;
+    while (i < n) {
+        const unsigned strength = strengthOf(entries[i]);
+        std::size_t j = i + 1;
+        while (j < n && strengthOf(entries[j]) == strength)
+            ++j;
+        if (j == i + 1) {
+            const std::uint64_t e = entries[i];
+            const int c1 = card1Of(e);
+            const int c2 = card2Of(e);
+            if (e & in1Bit) {
+                const std::int32_t win = below - belowCard[c1] - belowCard[c2];
+                wins += win;
+                if (byHand)
+                    s.handWins[slotOf(e)] += weight * win;
+            }
+            if (e & in2Bit) {
+                ++below;
+                ++belowCard[c1];
+                ++belowCard[c2];
+            }
+        } else {
+            std::int32_t equal = 0;
+            for (std::size_t k = i; k < j; ++k) {
+                if (entries[k] & in2Bit) {
+                    ++equal;
+                    ++equalCard[card1Of(entries[k])];
+                    ++equalCard[card2Of(entries[k])];
+                }
+            }
+            for (std::size_t k = i; k < j; ++k) {
+                const std::uint64_t e = entries[k];
+                if (!(e & in1Bit))
+                    continue;
+                const int c1 = card1Of(e);
+                const int c2 = card2Of(e);
+                const std::int32_t win = below - belowCard[c1] - belowCard[c2];
+                const std::int32_t tie =
+                    equal - equalCard[c1] - equalCard[c2] + ((e & in2Bit) ? 1 : 0);
+                wins += win;
+                ties += tie;
+                if (byHand) {
+                    s.handWins[slotOf(e)] += weight * win;
+                    s.handTies[slotOf(e)] += weight * tie;
+                }
+            }
+            for (std::size_t k = i; k < j; ++k) {
+                if (entries[k] & in2Bit) {
+                    const int c1 = card1Of(entries[k]);
+                    const int c2 = card2Of(entries[k]);
+                    ++below;
+                    ++belowCard[c1];
+                    ++belowCard[c2];
+                    equalCard[c1] = 0;
+                    equalCard[c2] = 0;
+                }
+            }
+        }
+        i = j;
+    }
+    s.wins += weight * wins;
+    s.ties += weight * ties;
+}
+
+void BoardEnumeration::addBoards(CardMask fixed, CardMask excluded, int count,
+                                 const std::vector<SuitPermutation>& symmetries, std::int64_t sign,
+                                 Tally& tally, const volatile bool& stop) const {
+    Scratch s;
+    s.entries.resize(hands.size() + 1);
+    s.spare.resize(hands.size() + 1);
+    if (byHand) {
+        s.handWins.assign(count1, 0);
+        s.handTies.assign(count1, 0);
+    }
+    int deck[52];
+    int deckSize = 0;
+    for (int card = 0; card < 52; ++card)
+        if (!((excluded >> card) & 1))
+            deck[deckSize++] = card;
+    const std::int64_t groupSize = static_cast<std::int64_t>(symmetries.size());
+
+    // Iterates the `count`-subsets of the deck in lexicographic order of positions.
+    int position[5] = {0, 1, 2, 3, 4};
+    if (count > deckSize || count < 0 || count > 5)
+        return;
+    while (true) {
+        if (stopRequested(stop))
+            throw TerminationOccured();
+        CardMask added = 0;
+        for (int k = 0; k < count; ++k)
+            added |= CardMask(1) << deck[position[k]];
+        std::int64_t stabiliser = 1;
+        bool smallest = true;
+        for (std::size_t g = 1; g < symmetries.size(); ++g) {
+            const CardMask image = permuteCards(added, symmetries[g]);
+            if (image < added) {
+                smallest = false;
+                break;
+            }
+            stabiliser += image == added;
+        }
+        if (smallest) {
+            const CardMask board = fixed | added;
+            const std::int64_t weight = groupSize / stabiliser;
+            if (!byValueClass || !countBoardByValueClass(board, weight, s))
+                countBoard(board, weight, s);
+        }
+        // Next subset.
+        int k = count - 1;
+        while (k >= 0 && position[k] == deckSize - count + k)
+            --k;
+        if (k < 0)
+            break;
+        ++position[k];
+        for (int m = k + 1; m < count; ++m)
+            position[m] = position[m - 1] + 1;
+    }
+
+    tally.wins += sign * s.wins;
+    tally.ties += sign * s.ties;
+    if (byHand) {
+        if (tally.handWins.size() != count1) {
+            tally.handWins.assign(count1, 0);
+            tally.handTies.assign(count1, 0);
+        }
+        // Fold the orbit-weighted counters over the symmetries: the exact counter of a hand
+        // is the mean of the weighted counters of its images.
+        for (std::size_t slot = 0; slot < count1; ++slot) {
+            std::int64_t w = 0;
+            std::int64_t t = 0;
+            for (const SuitPermutation& perm : symmetries) {
+                const int image = slotOfHand[handIndex(permuteCards(hands1[slot], perm))];
+                w += s.handWins[image];
+                t += s.handTies[image];
+            }
+            tally.handWins[slot] += sign * (w / groupSize);
+            tally.handTies[slot] += sign * (t / groupSize);
+        }
+    }
+}
+
+} // namespace qve

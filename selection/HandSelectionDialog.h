@@ -1,0 +1,222 @@
+#pragma once
+
+#include "Range/GroupColor.h"
+#include "Range/HandRange.h"
+#include "Range/NodeMemento.h"
+#include "Range/Tree.h"
+
+#include <QDialog>
+#include <QString>
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+class RangeGroupBox;
+class ThreadPool;
+namespace Ui {
+class HandSelectionDialog;
+}
+
+// Where a range is made: the 13 by 13 table with its suit pen, the text line, the percent
+// slider, the groups of the range with their colours, the range selectors and the tree of
+// saved ranges.
+//
+// The dialog edits a copy: a player's range with its groups (a Range::Tree whose node 0 is
+// the full range and whose other range nodes are the groups), or a bare range from another
+// window, which hides the group row. accept() hands the edited range back to the caller;
+// reject() leaves the caller's range as it was. Every change of the range or the groups
+// is a snapshot of a private undo list (the group tree and the group shown); the tree of
+// saved ranges has its own list of tree mementos.
+//
+// Groups made here are exclusive in overwrite mode, like the groups the main window adds:
+// painting a combination into a group takes it from its sibling groups. A group always
+// stays inside its parent.
+//
+// Modal; made per use on the stack of the slot that opens it.
+class HandSelectionDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    // The question windows, replaceable so that tests need no modal loops. Each returns
+    // false when the user cancelled.
+    struct Prompts {
+        // Asks for a group name with the title "Group"; `name` holds the present one.
+        std::function<bool(QWidget* parent, QString& name)> askGroupName;
+        // "Do you really want to delete this group (and all children if existing)?"
+        std::function<bool(QWidget* parent)> confirmGroupDelete;
+        // The two colours of a group; `unused` are the free standard colours.
+        std::function<bool(QWidget* parent, const Range::GroupColor& current,
+                           const std::vector<Range::GroupColor>& unused, Range::GroupColor& chosen)>
+            chooseGroupColors;
+        // A warning that leaves the dialog open.
+        std::function<void(QWidget* parent, const QString& title, const QString& text)> warn;
+    };
+
+    // One entry of the range undo list.
+    struct RangeSnapshot {
+        std::vector<Range::NodeMemento> groups;
+        unsigned int selectedGroup = 0;
+        bool operator==(const RangeSnapshot& other) const {
+            return groups == other.groups && selectedGroup == other.selectedGroup;
+        }
+    };
+
+    // The values of the select mode combo (its item data).
+    enum SelectMode {
+        Overwrite = 0,
+        Add = 1,
+        Subtract = 2,
+        OverwriteInverted = 3,
+        AddInverted = 4,
+        SubtractInverted = 5
+    };
+
+    // A player's range with its groups. `board` and `deadCards` are card text ("AhKd2c");
+    // their combinations are left out of every discounted number. `pool` is handed to the
+    // equity selector (may be null).
+    HandSelectionDialog(Range::Tree& playerGroups, const std::string& board,
+                        const std::string& deadCards, ThreadPool* pool = nullptr,
+                        QWidget* parent = nullptr);
+    // A bare range; the group row is hidden.
+    HandSelectionDialog(Range::HandRange& range, const std::string& board,
+                        const std::string& deadCards, ThreadPool* pool = nullptr,
+                        QWidget* parent = nullptr);
+    ~HandSelectionDialog() override;
+
+    // Opens the dialog titled `title` modally. Accepted, the player's tree is replaced by
+    // the edited one (without notifiers: the caller refreshes its views, and must not keep
+    // node or range pointers of the tree across the call) and true is returned.
+    static bool selectRange(Range::Tree& playerGroups, const QString& title,
+                            const std::string& board, const std::string& deadCards,
+                            ThreadPool* pool, QWidget* parent);
+    // The same for a bare range, which on accept is assigned the edited elements (through
+    // its own suitFilter, with one changeNotifier call).
+    static bool selectRange(Range::HandRange& range, const QString& title, const std::string& board,
+                            const std::string& deadCards, ThreadPool* pool, QWidget* parent);
+
+    // The ranking of the 169 classes the slider walks, best first ("AA,KK,QQ,...,32o"), and
+    // each class's number of combinations; built once per process.
+    static const std::vector<Range::Element>& percentOrder();
+    static const std::vector<unsigned int>& percentOrderCounts();
+    // The range of the first classes of percentOrder whose combinations reach `percent`
+    // (cut to a whole number) of 1326; 0 gives no class, 100 all.
+    static Range::HandRange rangeForPercent(double percent);
+    // "12.34 %": two decimals, a blank and the percent sign; `share` is 0..1.
+    static QString percentText(double share);
+
+    void setPrompts(Prompts prompts) { this->prompts = std::move(prompts); }
+    Ui::HandSelectionDialog* form() const { return ui; }
+
+    // --- State ---------------------------------------------------------------------------
+    // The edited tree (node 0 the complete range) and the node shown.
+    Range::Tree& groupTree() { return rootRange; }
+    unsigned int currentGroup() const { return shownGroup; }
+    unsigned int defaultParentGroup() const { return defaultParent; }
+    Range::HandRange& currentRange();
+    // Compact text of the range shown.
+    std::string currentRangeText() const;
+    const std::string& boardText() const { return board; }
+    const std::string& deadCardsText() const { return deadCardText; }
+    // Board and dead cards as one-bit card masks.
+    const std::vector<unsigned long long>& deadCardMasks() const { return deadCards; }
+    ThreadPool* threadPool() const { return pool; }
+    const std::vector<RangeSnapshot>& rangeUndoList() const { return rangeHistory; }
+    std::size_t rangeUndoPosition() const { return rangeHistoryPosition; }
+    // The group boxes in order: the root's, one per group, and the "New" box last.
+    std::vector<RangeGroupBox*> groupBoxes() const;
+
+    // --- Range selectors ----------------------------------------------------------------
+    // What a selector picks from: the parent group's range when the group shown has a
+    // range parent that isn't empty, otherwise the full range.
+    Range::HandRange selectionInputRange() const;
+    // Merges single hands (two-card masks) into the range shown by the select mode of the
+    // combo, and records a snapshot. Inverted modes invert within the full range.
+    void applySelection(const std::vector<unsigned long long>& hands);
+
+    // --- Tree of saved ranges -------------------------------------------------------------
+    // The tree the range tree view works on; its undo list starts from its state when
+    // resetTreeHistory() was last called (at opening).
+    Range::Tree& savedRangeTree() { return rangeTree; }
+    void resetTreeHistory();
+    std::size_t treeUndoPosition() const { return treeHistoryPosition; }
+    std::size_t treeUndoCount() const { return treeHistory.size(); }
+
+signals:
+    // The saved-range tree was replaced by an undo or redo: views of it must reset.
+    void rangeTreeRestored();
+
+public slots:
+    void accept() override;
+    void reject() override;
+    void done(int result) override;
+
+    void UpdateButtonEnables();
+    void sliderValueChanged(int value);
+    void rangeValueChanged(double value);
+    void onGroupBoxClick();
+    void onInvertRange();
+    void onGetGroupRemainder();
+    void onRangeChanged();
+    void clearRange();
+    void onEditGroupName();
+    void onChangeGroupColor();
+    void onDeleteGroup();
+    void onParentGroupRangeIndexChange(int index);
+    void onDefaultForNewGroupsStateChange(int state);
+    void onSelectCardsWithRightMouseButtonToggle(bool checked);
+    void onTextEditChange();
+    void onUndo();
+    void onRedo();
+    void onChangedForMemento();
+    void onTreeChanged();
+    void onTreeUndo();
+    void onTreeRedo();
+
+private:
+    HandSelectionDialog(const std::string& board, const std::string& deadCards, ThreadPool* pool,
+                        QWidget* parent);
+    void setUp();
+    void wire();
+    void readWindowSettings();
+    void writeWindowSettings();
+
+    void applyPercent(double percent);
+    // Shows a node: table, text line, labels, group widgets; the slider goes to 0.
+    void showGroup(unsigned int index);
+    void createGroup();
+    void rebuildGroupBoxes();
+    void fillParentCombo();
+    // Redraws the table (all cells) and the text line, then the numbers.
+    void refreshAll();
+    void updateNumbers();
+    void setSliderSilently(int value);
+    RangeSnapshot takeSnapshot() const;
+    void restoreSnapshot(const RangeSnapshot& snapshot);
+    std::vector<const Range::HandRange*> siblingRanges(unsigned int index) const;
+    bool hasRangeParent(unsigned int index) const;
+    unsigned int groupCount() const;
+    void writeBack();
+
+    Ui::HandSelectionDialog* ui;
+    Prompts prompts;
+    Range::Tree rootRange;
+    Range::Tree* callerTree = nullptr;
+    Range::HandRange* callerRange = nullptr;
+    std::vector<Range::NodeMemento> openingState;
+    unsigned int shownGroup = 0;
+    unsigned int defaultParent = 0;
+    std::string board;
+    std::string deadCardText;
+    std::vector<unsigned long long> deadCards;
+    ThreadPool* pool = nullptr;
+    std::vector<RangeSnapshot> rangeHistory;
+    std::size_t rangeHistoryPosition = 0;
+    Range::Tree rangeTree;
+    std::vector<std::vector<Range::NodeMemento>> treeHistory;
+    std::size_t treeHistoryPosition = 0;
+    std::vector<RangeGroupBox*> boxes;
+    bool withGroups = true;
+};

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Range/HandRange.h"
+
+#include <QString>
+#include <QStringList>
+#include <VelmaraEvaluatorBase.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+class BoardEvaluationTab;
+class BoardHitsBar;
+class HandStrengthLabel;
+class QWidget;
+
+namespace BoardTabsTestSupport {
+
+// Processes events until `done` holds or ten seconds passed.
+bool waitFor(const std::function<bool()>& done);
+
+// The caption of the first shown row of `key`, or null.
+HandStrengthLabel* captionOf(const BoardEvaluationTab& tab, const HandStrengthKey& key);
+// The number texts of each bar of the first shown row of `key`; empty when there is no row.
+std::vector<QStringList> textsOf(const BoardEvaluationTab& tab, const HandStrengthKey& key);
+// The bars of that row.
+std::vector<BoardHitsBar*> barsOf(const BoardEvaluationTab& tab, const HandStrengthKey& key);
+// Names of all shown rows, in order.
+QStringList shownNames(const BoardEvaluationTab& tab);
+
+// A left click on the caption at x (vertically centred).
+void clickCaption(HandStrengthLabel* caption, int x, Qt::MouseButton button = Qt::LeftButton);
+// Expands a collapsed row by a click on its tree marker.
+void expand(BoardEvaluationTab& tab, const HandStrengthKey& key);
+
+// "12.34 % (56)" as the tables write it, from a fraction computed in single precision as
+// the schema does.
+QString hitText(unsigned int count, unsigned int of);
+QString percentText(double fraction);
+
+// The two-bit card masks of a range, sorted.
+std::vector<unsigned long long> masksOf(const Range::HandRange& range);
+
+// Writes the option "removeEmptyLinesFromBoardEvaluationTabs" under a settings group.
+void writeHideOption(const char* group, bool value);
+void clearHideOption();
+
+// Runs `body` with the next modal dialog once it shows (for dialogs opened with exec()).
+void whenModalShows(const std::function<void(QWidget*)>& body);
+// Runs `body` with the next popup menu once it shows.
+void whenPopupShows(const std::function<void(QWidget*)>& body);
+
+} // namespace BoardTabsTestSupport
+
+#include <ostream>
+
+// Readable failure messages for texts.
+inline void PrintTo(const QString& text, std::ostream* stream) {
+    *stream << '"' << text.toStdString() << '"';
+}

@@ -1,0 +1,211 @@
+// Counting per value class (large ranges, no per-hand counters) against the plain reference
+// and against counting per hand, which BruteForceTest checks on its own. The per-class walk
+// is forced on small random cases, so that flush boards, ties between classes and blocked
+// hands all occur where the reference is fast.
+
+#include "BruteForce.h"
+#include "Enumeration.h"
+#include "Problem.h"
+#include "SuitSymmetry.h"
+#include "VelmaraEvaluatorBase.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+using namespace qve;
+
+namespace {
+
+const std::string valueCharacters = "23456789TJQKA";
+const std::string suitCharacters = "dhsc";
+
+std::string randomToken(std::mt19937& random, bool wide) {
+    int high = static_cast<int>(random() % 13);
+    int low = static_cast<int>(random() % 13);
+    if (low > high)
+        std::swap(low, high);
+    const int form = static_cast<int>(random() % (wide ? 4 : 3));
+    if (form == 0) {
+        std::string token;
+        for (int i = 0; i < 2; ++i)
+            token += std::string{valueCharacters[random() % 13], suitCharacters[random() % 4]};
+        return token;
+    }
+    if (form == 1 || high == low)
+        return std::string{valueCharacters[high], valueCharacters[high]};
+    if (form == 2)
+        return std::string{valueCharacters[high], valueCharacters[low], 's'};
+    return std::string{valueCharacters[high], valueCharacters[low]};
+}
+
+std::string randomRange(std::mt19937& random, int tokens, bool wide) {
+    std::string text;
+    for (int t = 0; t < tokens; ++t)
+        text += (text.empty() ? "" : ",") + randomToken(random, wide);
+    return text;
+}
+
+// Wins and ties of range1 over every completion of the problem's board, with the method given.
+Tally countWith(const Problem& p, BoardEnumeration::Method method) {
+    const BoardEnumeration enumeration(p.live1, p.live2, false, method);
+    const auto symmetries = suitSymmetries({p.board, p.dead}, {&p.live1, &p.live2});
+    Tally tally;
+    volatile bool stop = false;
+    enumeration.addBoards(p.board, p.board | p.dead, 5 - p.boardCards, symmetries, 1, tally, stop);
+    return tally;
+}
+
+std::string cardsText(const std::vector<int>& deck, int from, int count) {
+    std::string text;
+    for (int i = from; i < from + count; ++i)
+        text += bruteforce::textOfCard(deck[i]);
+    return text;
+}
+
+class ValueClass : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() { initializeAllBoardsBeforeCalculation(); }
+};
+
+} // namespace
+
+TEST_F(ValueClass, ForcedOnRandomCasesEqualsTheReference) {
+    for (int number = 0; number < 150; ++number) {
+        std::mt19937 random(5000 + number);
+        std::vector<int> deck(52);
+        for (int i = 0; i < 52; ++i)
+            deck[i] = i;
+        std::shuffle(deck.begin(), deck.end(), random);
+        const int boardCards = 3 + number % 3;
+        const int deadCards = number % 2 ? static_cast<int>(random() % 4) : 0;
+        const std::string board = cardsText(deck, 0, boardCards);
+        const std::string dead = cardsText(deck, boardCards, deadCards);
+        const bool wide = boardCards > 3;
+        const std::string range1 = randomRange(random, 1 + number % 4, wide);
+        const std::string range2 =
+            number % 7 == 0 ? range1 : randomRange(random, 1 + (number / 4) % 4, wide);
+        SCOPED_TRACE(range1 + " vs " + range2 + " on " + board + " dead " + dead);
+        const Problem p = prepareProblem(range1, range2, board, dead);
+        const Tally tally = countWith(p, BoardEnumeration::Method::perValueClass);
+        const bruteforce::Counters expected =
+            bruteforce::equity(bruteforce::handsOfText(range1), bruteforce::handsOfText(range2),
+                               bruteforce::cardsOfText(board), bruteforce::cardsOfText(dead));
+        EXPECT_EQ(std::uint64_t(tally.wins), expected.wins1);
+        EXPECT_EQ(std::uint64_t(tally.ties), expected.ties);
+    }
+}
+
+// Flush draws of both kinds on purpose: three suited board cards (flush hands merged into
+// the walk), four and five (counted per hand), paired, tripled and quadrupled boards.
+TEST_F(ValueClass, SpecialBoardsEqualTheReference) {
+    const char* boards[] = {"AhKhQh",   "2h3h4h5c",   "9s8s7s6s5s", "AhAdAsAc",  "KhKd7h7d",
+                            "8c8d8h2c", "3h4h5h6d7d", "TcJcQcKcAd", "2d2h2s3c3d"};
+    const std::string range1 = "AA,KK,QQ,77,22,AK,AQs,KQs,T9s,65s,43s,A5s,Kh9h,8h7h";
+    const std::string range2 = "JJ,88,33,AJ,KJs,QJs,98s,54s,A2s,Qh2h,6h5h,AhTd";
+    volatile bool stop = false;
+    for (const char* board : boards) {
+        SCOPED_TRACE(board);
+        const Problem p = prepareProblem(range1, range2, board, "");
+        const Tally tally = countWith(p, BoardEnumeration::Method::perValueClass);
+        const bruteforce::Counters expected =
+            bruteforce::equity(bruteforce::handsOfText(range1), bruteforce::handsOfText(range2),
+                               bruteforce::cardsOfText(board), {});
+        EXPECT_EQ(std::uint64_t(tally.wins), expected.wins1);
+        EXPECT_EQ(std::uint64_t(tally.ties), expected.ties);
+        // The public function picks its own method for these ranges; same counters.
+        const LongedEvaluation e = getEquity(range1, range2, board, "", stop);
+        EXPECT_EQ(e.wins1, expected.wins1);
+        EXPECT_EQ(e.ties, expected.ties);
+        EXPECT_EQ(e.total, expected.total);
+    }
+}
+
+// Large random ranges on thousands of random complete boards: both methods count the same
+// wins and ties on every board.
+TEST_F(ValueClass, LargeRangesAgreeWithCountingPerHand) {
+    std::mt19937 random(77);
+    for (int round = 0; round < 3000; ++round) {
+        std::vector<int> deck(52);
+        for (int i = 0; i < 52; ++i)
+            deck[i] = i;
+        std::shuffle(deck.begin(), deck.end(), random);
+        // Now and then three or four cards of one suit first.
+        if (round % 3 == 0) {
+            const int suit = static_cast<int>(random() % 4);
+            std::stable_partition(deck.begin(), deck.end(),
+                                  [&](int card) { return card / 13 == suit; });
+            std::shuffle(deck.begin() + 3 + round % 2, deck.end(), random);
+        }
+        const std::string board = cardsText(deck, 0, 5);
+        const std::string range1 = randomRange(random, 20 + round % 60, true);
+        const std::string range2 =
+            round % 5 == 0 ? range1 : randomRange(random, 10 + round % 70, true);
+        SCOPED_TRACE(range1 + " vs " + range2 + " on " + board);
+        const Problem p = prepareProblem(range1, range2, board, "");
+        const Tally perClass = countWith(p, BoardEnumeration::Method::perValueClass);
+        const Tally perHand = countWith(p, BoardEnumeration::Method::perHand);
+        ASSERT_EQ(perClass.wins, perHand.wins);
+        ASSERT_EQ(perClass.ties, perHand.ties);
+    }
+}
+
+// Wide ranges through the public function on rivers and turns, against the reference.
+TEST_F(ValueClass, WideRangesEqualTheReference) {
+    struct Case {
+        std::string range1, range2, board, dead;
+    };
+    std::mt19937 random(91);
+    std::vector<Case> cases;
+    for (int i = 0; i < 6; ++i) {
+        std::vector<int> deck(52);
+        for (int k = 0; k < 52; ++k)
+            deck[k] = k;
+        std::shuffle(deck.begin(), deck.end(), random);
+        const int boardCards = i < 4 ? 5 : 4;
+        cases.push_back({randomRange(random, boardCards == 5 ? 40 : 14, true),
+                         randomRange(random, boardCards == 5 ? 40 : 14, true),
+                         cardsText(deck, 0, boardCards), cardsText(deck, boardCards, i % 3)});
+    }
+    volatile bool stop = false;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.range1 + " vs " + c.range2 + " on " + c.board + " dead " + c.dead);
+        const bruteforce::Counters expected =
+            bruteforce::equity(bruteforce::handsOfText(c.range1), bruteforce::handsOfText(c.range2),
+                               bruteforce::cardsOfText(c.board), bruteforce::cardsOfText(c.dead));
+        const LongedEvaluation e = getEquity(c.range1, c.range2, c.board, c.dead, stop);
+        EXPECT_EQ(e.total, expected.total);
+        EXPECT_EQ(e.wins1, expected.wins1);
+        EXPECT_EQ(e.ties, expected.ties);
+    }
+}
+
+// Preflop with dead cards and wide ranges: the equity (inclusion-exclusion over the dead
+// cards, per value class) equals the sum of the per-hand counters (counted per hand).
+TEST_F(ValueClass, PreflopDeadCardsEqualTheSumOfTheHands) {
+    const std::string range = "22,33,44,55,66,77,88,99,TT,JJ,QQ,KK,AA,A2s,A3s,A4s,A5s,A6s,A7s,"
+                              "A8s,A9s,ATs,AJs,AQs,AKs,K9s,KTs,KJs,KQs,QTs,QJs,JTs,ATo,AJo,AQo,"
+                              "AKo,KJo,KQo";
+    const char* deads[] = {"2d", "Ah", "Ks7c"};
+    volatile bool stop = false;
+    for (const char* dead : deads) {
+        SCOPED_TRACE(dead);
+        const LongedEvaluation e = getEquity(range, range, dead, stop);
+        const auto byHand = getWinEvaluationByHand(range, range, dead, stop);
+        unsigned long long total = 0;
+        unsigned long long wins = 0;
+        unsigned long long ties = 0;
+        for (const WinEvaluationByHand& record : byHand) {
+            total += record.total;
+            wins += record.wins;
+            ties += record.ties;
+        }
+        EXPECT_EQ(e.total, total);
+        EXPECT_EQ(e.wins1, wins);
+        EXPECT_EQ(e.ties, ties);
+        EXPECT_EQ(e.wins1, e.wins2); // the same range on both sides
+    }
+}

@@ -1,0 +1,153 @@
+#include "CommandRegistry.h"
+
+#include "support/TestEnvironment.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+struct Result {
+    int code = -1;
+    std::string out;
+    std::string err;
+};
+
+Result runHand(const std::vector<std::string>& args) {
+    const CommandRegistry::Command* command = CommandRegistry::instance().find("hand");
+    if (!command) {
+        ADD_FAILURE() << "no command \"hand\"";
+        return {};
+    }
+    std::ostringstream out;
+    std::ostringstream err;
+    Result result;
+    result.code = command->run(args, out, err);
+    result.out = out.str();
+    result.err = err.str();
+    return result;
+}
+
+std::string temporaryFile(const std::string& content) {
+    char name[] = "/tmp/quorvane-hand-XXXXXX";
+    const int fd = mkstemp(name);
+    EXPECT_GE(fd, 0);
+    close(fd);
+    std::ofstream(name, std::ios::binary) << content;
+    return name;
+}
+
+const std::string readableHand = "Game ($1/$2)\n"
+                                 "Seat 1: Ann ($100)\n"
+                                 "Seat 2: Jos\xC3\xA9 (\xE2\x82\xAC"
+                                 "50)\n"
+                                 "Ann: posts small blind \xE2\x82\xAC"
+                                 "1\n"
+                                 "Jos\xC3\xA9: posts big blind \xE2\x82\xAC"
+                                 "2\n"
+                                 "*** HOLE CARDS ***\n"
+                                 "Dealt to Ann [Kd As]\n"
+                                 "Ann: raises \xE2\x82\xAC"
+                                 "4 to \xE2\x82\xAC"
+                                 "6\n"
+                                 "Jos\xC3\xA9: calls \xE2\x82\xAC"
+                                 "4\n"
+                                 "*** FLOP *** [2c 7d 9h]\n"
+                                 "Jos\xC3\xA9: checks\n"
+                                 "Ann: bets \xE2\x82\xAC"
+                                 "8.50\n"
+                                 "Jos\xC3\xA9: folds\n"
+                                 "*** SUMMARY ***\n";
+
+} // namespace
+
+TEST(HandCommand, PrintsTheEssentialsOfAReadHand) {
+    const std::string file = temporaryFile(readableHand);
+    const Result result = runHand({file});
+    std::remove(file.c_str());
+    EXPECT_EQ(result.code, 0) << result.out << result.err;
+    const std::string euro = "\xE2\x82\xAC";
+    const std::string expected = "hand 1 (lines 1-14): read\n"
+                                 "  hero: Ann [AsKd]\n"
+                                 "  blinds: " +
+                                 euro + "1 / " + euro +
+                                 "2\n"
+                                 "  board: 2c7d9h\n"
+                                 "  stacks at start:\n"
+                                 "    seat 1 Ann " +
+                                 euro +
+                                 "100\n"
+                                 "    seat 2 Jos\xC3\xA9 " +
+                                 euro +
+                                 "50\n"
+                                 "  preflop, pot " +
+                                 euro +
+                                 "3 after the posts:\n"
+                                 "    Ann post small blind " +
+                                 euro +
+                                 "1\n"
+                                 "    Jos\xC3\xA9 post big blind " +
+                                 euro +
+                                 "2\n"
+                                 "    Ann raise to " +
+                                 euro +
+                                 "6\n"
+                                 "    Jos\xC3\xA9 call " +
+                                 euro +
+                                 "4\n"
+                                 "  flop [2c7d9h], pot " +
+                                 euro +
+                                 "12:\n"
+                                 "    Jos\xC3\xA9 check\n"
+                                 "    Ann bet " +
+                                 euro +
+                                 "8.5\n"
+                                 "    Jos\xC3\xA9 fold\n"
+                                 "1 of 1 hands read\n";
+    EXPECT_EQ(result.out, expected);
+}
+
+TEST(HandCommand, ReadsStandardInputAndTellsWhyAHandWasNotRead) {
+    std::istringstream input("\n" + readableHand + "\n\nno hand at all\n");
+    std::streambuf* previous = std::cin.rdbuf(input.rdbuf());
+    const Result result = runHand({"-"});
+    std::cin.rdbuf(previous);
+    EXPECT_EQ(result.code, 1);
+    EXPECT_NE(result.out.find("hand 1 (lines 2-15): read\n"), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find("hand 2 (lines 18-18): not read: no seat lines, no position "
+                              "lines and no \"Game#\": not a hand history\n"),
+              std::string::npos)
+        << result.out;
+    EXPECT_NE(result.out.find("1 of 2 hands read\n"), std::string::npos);
+}
+
+TEST(HandCommand, ExitCodeSaysWhetherEveryHandOfARealFileWasRead) {
+    const std::string folder = TestEnvironment::sharedFolder() + "/handhistories/";
+    const Result stars = runHand({folder + "pokerstars-multiplehands-10multiplehands.txt"});
+    EXPECT_EQ(stars.code, 0) << stars.out;
+    EXPECT_NE(stars.out.find("10 of 10 hands read\n"), std::string::npos);
+    EXPECT_NE(stars.out.find("    ADZ124 raise to $26\n"), std::string::npos) << stars.out;
+    const Result party = runHand({folder + "partypoker-player-withshowdown.txt"});
+    EXPECT_EQ(party.code, 1);
+    EXPECT_NE(party.out.find("not read: no blinds"), std::string::npos) << party.out;
+}
+
+TEST(HandCommand, UsageErrors) {
+    const Result none = runHand({});
+    EXPECT_EQ(none.code, 2);
+    EXPECT_NE(none.err.find("usage: quorvane-eval hand FILE|-"), std::string::npos) << none.err;
+    const Result missing = runHand({"/nonexistent/hands.txt"});
+    EXPECT_EQ(missing.code, 2);
+    EXPECT_NE(missing.err.find("cannot open \"/nonexistent/hands.txt\""), std::string::npos);
+    const std::string empty = temporaryFile("\n \n");
+    const Result blank = runHand({empty});
+    std::remove(empty.c_str());
+    EXPECT_EQ(blank.code, 1);
+    EXPECT_EQ(blank.out, "no hand history found\n");
+}

@@ -1,0 +1,75 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+#include <sys/wait.h>
+
+namespace {
+
+struct Result {
+    std::string output; // standard output and standard error together
+    int exitCode = -1;
+};
+
+// Runs quorvane-eval with `arguments` (already quoted for the shell).
+Result runEval(const std::string& arguments) {
+    const std::string command = std::string("'") + QUORVANE_EVAL_PATH + "' " + arguments + " 2>&1";
+    Result result;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe)
+        return result;
+    char buffer[4096];
+    std::size_t read = 0;
+    while ((read = std::fread(buffer, 1, sizeof buffer, pipe)) > 0)
+        result.output.append(buffer, read);
+    const int status = pclose(pipe);
+    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return result;
+}
+
+} // namespace
+
+TEST(RangeCommand, PrintsNormalTechnicalCompactAndCount) {
+    const Result result = runEval("range 'aks, qq, kk, 22-33, AhKd'");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.output, "KK,QQ,AKs,22-33,AhKd\n"
+                             "22,33,QQ,KK,AKs,AhKd\n"
+                             "QQ-KK,22-33,AKs,AhKd\n"
+                             "29\n");
+}
+
+TEST(RangeCommand, SeveralArgumentsAreOneText) {
+    const Result result = runEval("range tt+ ak");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.output, "AK,TT+\n"
+                             "TT,JJ,QQ,KK,AA,AKs,AKo\n"
+                             "TT+,AKs,AKo\n"
+                             "46\n");
+}
+
+TEST(RangeCommand, FullRange) {
+    const Result result = runEval("range XxXx");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_NE(result.output.find("\n22+,A2s+,K2s+,"), std::string::npos);
+    EXPECT_EQ(result.output.substr(result.output.size() - 5), "1326\n");
+}
+
+TEST(RangeCommand, EmptyRange) {
+    const Result result = runEval("range ','");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.output, "\n\n\n0\n");
+}
+
+TEST(RangeCommand, BadTokenIsAnError) {
+    const Result result = runEval("range 'AKs,xyz'");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.output,
+              "quorvane-eval range: cannot read \"xyz\" as a hand, a hand class or a range of "
+              "them\n");
+}
+
+TEST(RangeCommand, MissingTextShowsUsage) {
+    const Result result = runEval("range");
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_NE(result.output.find("usage: quorvane-eval range TEXT"), std::string::npos);
+}
