@@ -4,38 +4,10 @@
 #include <stdexcept>
 
 int valueFromChar(char value) {
-    switch (value) {
-    case 'A':
-        return 0;
-    case 'K':
-        return 1;
-    case 'Q':
-        return 2;
-    case 'J':
-        return 3;
-    case 'T':
-        return 4;
-    case '9':
-        return 5;
-    case '8':
-        return 6;
-    case '7':
-        return 7;
-    case '6':
-        return 8;
-    case '5':
-        return 9;
-    case '4':
-        return 10;
-    case '3':
-        return 11;
-    case '2':
-        return 12;
-    case 'X':
-        return 13;
-    default:
+    const int number = valueNumberOf(value);
+    if (number < 0)
         throw std::runtime_error("Invalid value description.");
-    }
+    return number;
 }
 
 char charFromValue(int value) {
@@ -46,17 +18,12 @@ char charFromValue(int value) {
 }
 
 unsigned int suitFromChar(char suit) {
+    const int lane = suitLaneOf(suit);
+    if (lane >= 0)
+        return static_cast<unsigned int>(lane) + 1;
     switch (suit) {
     case 'A':
         return 0;
-    case 'd':
-        return 1;
-    case 'h':
-        return 2;
-    case 's':
-        return 3;
-    case 'c':
-        return 4;
     case 'S':
         return 5;
     case 'O':

@@ -1,6 +1,7 @@
 #include "Range/HandRangeElementConversion.h"
 
 #include "Range/Assertion.h"
+#include "Range/CardConversion.h"
 #include "Range/HandRange.h"
 
 #include <VelmaraEvaluatorBase.h>
@@ -32,22 +33,6 @@ constexpr std::array<unsigned int, valueMaskSize> buildTopBitTable() {
 
 constexpr std::array<unsigned int, valueMaskSize> bitCountTable = buildBitCountTable();
 constexpr std::array<unsigned int, valueMaskSize> topBitTable = buildTopBitTable();
-
-// Index 0..3 of a suit character in d, h, s, c; -1 for anything else.
-int suitLane(char suit) {
-    switch (suit) {
-    case 'd':
-        return 0;
-    case 'h':
-        return 1;
-    case 's':
-        return 2;
-    case 'c':
-        return 3;
-    default:
-        return -1;
-    }
-}
 
 CardMask inAllLanes(unsigned int valueBit) {
     const CardMask bit = valueBit;
@@ -164,8 +149,8 @@ int suitClassFromChar(char classCharacter) {
 }
 
 unsigned int suitPairToBit(char first, char second) {
-    const int a = suitLane(first);
-    const int b = suitLane(second);
+    const int a = suitLaneOf(first);
+    const int b = suitLaneOf(second);
     if (a < 0 || b < 0) {
         QV_ASSERT(false, "suits invalid.");
         return 0;

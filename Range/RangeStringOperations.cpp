@@ -58,38 +58,8 @@ std::string joinTokens(const Tokens& tokens) {
 // Value number of a canonical value character (A 0 ... 2 12, X 13); anything else 14, so
 // that sorting never throws.
 int rank(char value) {
-    switch (value) {
-    case 'A':
-        return 0;
-    case 'K':
-        return 1;
-    case 'Q':
-        return 2;
-    case 'J':
-        return 3;
-    case 'T':
-        return 4;
-    case '9':
-        return 5;
-    case '8':
-        return 6;
-    case '7':
-        return 7;
-    case '6':
-        return 8;
-    case '5':
-        return 9;
-    case '4':
-        return 10;
-    case '3':
-        return 11;
-    case '2':
-        return 12;
-    case 'X':
-        return 13;
-    default:
-        return 14;
-    }
+    const int number = valueNumberOf(value);
+    return number < 0 ? 14 : number;
 }
 
 // ASCII only, independent of the locale.
@@ -116,22 +86,12 @@ bool isSuitLetter(char c) {
     return l == 'd' || l == 'h' || l == 's' || l == 'c';
 }
 
-// Place of a canonical suit character in the order x, d, h, s, c.
+// Place of a canonical suit character in the order x, d, h, s, c; anything else 5.
 int suitRank(char suit) {
-    switch (suit) {
-    case 'x':
+    if (suit == 'x')
         return 0;
-    case 'd':
-        return 1;
-    case 'h':
-        return 2;
-    case 's':
-        return 3;
-    case 'c':
-        return 4;
-    default:
-        return 5;
-    }
+    const int lane = suitLaneOf(suit);
+    return lane < 0 ? 5 : lane + 1;
 }
 
 bool higher(char a, char b) {
@@ -215,6 +175,21 @@ Verdict judgeSpan(std::string& token, Tokens& extra) {
     return Verdict::Valid;
 }
 
+// One repair step of a token whose places 0 and 1 are value letters: first the spelling
+// (`canonical` is the token with each letter in its canonical case), then the order of the
+// two values, the higher first. True when the token changed, so that it is judged again.
+bool respell(std::string& token, const std::string& canonical) {
+    if (canonical != token) {
+        token = canonical;
+        return true;
+    }
+    if (higher(token[1], token[0])) {
+        std::swap(token[0], token[1]);
+        return true;
+    }
+    return false;
+}
+
 Verdict judgeClassPlus(std::string& token) {
     if (token[3] != '+')
         return Verdict::Drop;
@@ -222,18 +197,8 @@ Verdict judgeClassPlus(std::string& token) {
         return Verdict::Drop;
     if (!isClassLetter(token[2]))
         return Verdict::Drop;
-    for (int place = 0; place < 3; ++place) {
-        const char canonical = place < 2 ? upper(token[place]) : lower(token[place]);
-        if (canonical != token[place]) {
-            token[place] = canonical;
-            return Verdict::Again;
-        }
-    }
-    if (higher(token[1], token[0])) {
-        std::swap(token[0], token[1]);
-        return Verdict::Again;
-    }
-    return Verdict::Valid;
+    const std::string canonical{upper(token[0]), upper(token[1]), lower(token[2]), '+'};
+    return respell(token, canonical) ? Verdict::Again : Verdict::Valid;
 }
 
 Verdict judgeConcrete(std::string& token) {
@@ -265,29 +230,15 @@ Verdict judgeClass(std::string& token) {
     if (!isClassLetter(token[2]))
         return Verdict::Drop;
     const std::string canonical{upper(token[0]), upper(token[1]), lower(token[2])};
-    if (canonical != token) {
-        token = canonical;
-        return Verdict::Again;
-    }
-    if (higher(token[1], token[0])) {
-        std::swap(token[0], token[1]);
-        return Verdict::Again;
-    }
-    return Verdict::Valid;
+    return respell(token, canonical) ? Verdict::Again : Verdict::Valid;
 }
 
 Verdict judgeUnqualifiedPlus(std::string& token, Tokens& extra) {
     if (token[2] != '+' || !isValueLetter(token[0]) || !isValueLetter(token[1]))
         return Verdict::Drop;
     const std::string canonical{upper(token[0]), upper(token[1]), '+'};
-    if (canonical != token) {
-        token = canonical;
+    if (respell(token, canonical))
         return Verdict::Again;
-    }
-    if (higher(token[1], token[0])) {
-        std::swap(token[0], token[1]);
-        return Verdict::Again;
-    }
     if (token[0] == token[1])
         return Verdict::Valid;
     extra.push_back(token.substr(0, 2) + "s+");
@@ -299,15 +250,7 @@ Verdict judgeTwo(std::string& token) {
     if (!isValueLetter(token[0]) || !isValueLetter(token[1]))
         return Verdict::Drop;
     const std::string canonical{upper(token[0]), upper(token[1])};
-    if (canonical != token) {
-        token = canonical;
-        return Verdict::Again;
-    }
-    if (higher(token[1], token[0])) {
-        std::swap(token[0], token[1]);
-        return Verdict::Again;
-    }
-    return Verdict::Valid;
+    return respell(token, canonical) ? Verdict::Again : Verdict::Valid;
 }
 
 Verdict judge(std::string& token, Tokens& extra) {

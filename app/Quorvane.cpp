@@ -75,8 +75,8 @@ Quorvane::Quorvane(QWidget* parent)
     ui->player1Wins->setTextFormat(Qt::RichText);
     ui->player2Wins->setTextFormat(Qt::RichText);
 
-    // 4. What the tabs share is handed over as the tabs arrive; the explanation shows the
-    //    current tab's whatsThis.
+    // 4. The board and table tabs get the pools on every switch to them
+    //    (reactToSwitchedTab); the explanation shows the current tab's whatsThis.
     ui->explanatoryText->setHtml(ui->tabWidget->currentWidget()->whatsThis());
 
     // 5. Connections 1 to 8, in this order: slots of one signal run in connection order.
@@ -175,9 +175,10 @@ void Quorvane::wireBoardTabControls() {
 
 void Quorvane::wireBoardTabOffers() {
     // The hands behind a row, offered from the rows' context menus. The win tab's rows
-    // offer theirs through the same base class.
+    // offer theirs to the same slots.
     for (BoardEvaluationTab* tab : {static_cast<BoardEvaluationTab*>(ui->boardHitsTab),
-                                    static_cast<BoardEvaluationTab*>(ui->twoPlayerBoardHitsTab)}) {
+                                    static_cast<BoardEvaluationTab*>(ui->twoPlayerBoardHitsTab),
+                                    static_cast<BoardEvaluationTab*>(ui->winEvaluationTab)}) {
         connect(tab, &BoardEvaluationTab::Player1RangeChange, this, &Quorvane::onNewPlayer1Range);
         connect(tab, &BoardEvaluationTab::Player2RangeChange, this, &Quorvane::onNewPlayer2Range);
         connect(tab, &BoardEvaluationTab::NewPlayer1Group, this, &Quorvane::onNewPlayer1Group);
@@ -461,11 +462,26 @@ void Quorvane::selectRange(Range::Tree& tree, ManagedHandRangeLine* line, const 
                            const std::string& label) {
     if (line->rangeLine()->isReadOnlyMode())
         return;
-    if (!HandSelectionDialog::selectRange(tree, title, ui->boardCardsWidget->getBoard(),
+    // The dialog works on a copy: accepted, it replaces the nodes of the tree it was given,
+    // and the line (which may get the focus back while the dialog closes) must never see
+    // the player's tree change under it. The edit goes in with the line detached.
+    std::vector<Range::NodeMemento> state;
+    tree.CreateMemento(state);
+    Range::Tree edited;
+    edited.RestoreMemento(state);
+    if (!HandSelectionDialog::selectRange(edited, title, ui->boardCardsWidget->getBoard(),
                                           ui->boardCardsWidget->getDeadCards(), &threadPool, this))
         return;
-    // The dialog replaced the tree's nodes wholesale: the line binds to the new ones.
-    line->refill();
+    const int shownGroup = line->currentIndex();
+    edited.CreateMemento(state);
+    restoreRange(tree, line, state);
+    if (shownGroup > 0 && shownGroup < line->count()) {
+        {
+            const QSignalBlocker blocker(line);
+            line->setCurrentIndex(shownGroup);
+        }
+        line->onIndexSelection(shownGroup);
+    }
     onRangeChangedBy(label);
 }
 

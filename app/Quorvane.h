@@ -53,6 +53,8 @@ public:
     // --- For the tabs and for tests -------------------------------------------------------
     ThreadPool& pool() { return threadPool; }
     const EquityCalculationHandle& currentEquityHandle() const { return equityHandle; }
+    HandGroupSchemaPool& handGroupSchemaPool() { return schemaPool; }
+    HandGroupTickSchemaPool& handGroupTickSchemaPool() { return tickSchemaPool; }
     Range::Tree& player1Groups() { return player1Range; }
     Range::Tree& player2Groups() { return player2Range; }
     const std::vector<Scenario>& allScenarios() const { return scenarios; }

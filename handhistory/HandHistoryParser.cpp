@@ -201,20 +201,23 @@ void HandHistoryParser::readBlindsAndPosts(HandHistoryStream& stream) {
     }
 
     float pot = 0.0f;
+    // A post goes into the pot out of the poster's stack, and the poster has acted.
+    const auto book = [this, &pot](HandHistoryAction post) {
+        pot += post.amount;
+        const auto stack = stacks.find(post.player);
+        if (stack != stacks.end())
+            stack->second -= post.amount;
+        currentPlayer = post.player;
+        hand.postActions.push_back(std::move(post));
+    };
     while (!stream.atEnd()) {
         const std::string_view line = stream.restOfLine();
         if (endsPosts(line))
             break;
         if (has(line, "posts") && !has(line, "is sitting out")) {
             HandHistoryAction post = parseActionLine(line);
-            if (post.verb == "post") {
-                pot += post.amount;
-                const auto stack = stacks.find(post.player);
-                if (stack != stacks.end())
-                    stack->second -= post.amount;
-                currentPlayer = post.player;
-                hand.postActions.push_back(std::move(post));
-            }
+            if (post.verb == "post")
+                book(std::move(post));
         }
         stream.skipLine();
     }
@@ -241,12 +244,7 @@ void HandHistoryParser::readBlindsAndPosts(HandHistoryStream& stream) {
                 post.verb = "post";
                 post.blind = kind == 0 ? "small blind" : "big blind";
                 post.amount = kind == 0 ? hand.smallBlind : hand.bigBlind;
-                pot += post.amount;
-                const auto stack = stacks.find(post.player);
-                if (stack != stacks.end())
-                    stack->second -= post.amount;
-                currentPlayer = post.player;
-                hand.postActions.push_back(std::move(post));
+                book(std::move(post));
             }
         }
     }

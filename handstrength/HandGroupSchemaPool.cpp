@@ -1,9 +1,9 @@
 #include "handstrength/HandGroupSchemaPool.h"
 
 #include "handstrength/HandGroupStandardSchema.h"
+#include "handstrength/SchemaPoolStorage.h"
 
 #include <QDataStream>
-#include <QSettings>
 #include <QString>
 
 #include <algorithm>
@@ -28,17 +28,11 @@ HandGroupSchemaPool::HandGroupSchemaPool()
       defaultSchemaName(HandGroupStandardSchema::name) {}
 
 void HandGroupSchemaPool::load() {
-    QSettings settings("Velmara", "Quorvane");
-    settings.beginGroup(settingsGroup);
-    fromByteArray(settings.value(settingsKey).toByteArray());
-    settings.endGroup();
+    fromByteArray(loadSchemaPoolBytes(settingsGroup, settingsKey));
 }
 
 void HandGroupSchemaPool::save() const {
-    QSettings settings("Velmara", "Quorvane");
-    settings.beginGroup(settingsGroup);
-    settings.setValue(settingsKey, toByteArray());
-    settings.endGroup();
+    saveSchemaPoolBytes(settingsGroup, settingsKey, toByteArray());
 }
 
 QByteArray HandGroupSchemaPool::toByteArray() const {
@@ -91,25 +85,19 @@ void HandGroupSchemaPool::fromByteArray(const QByteArray& bytes) {
         schema = HandGroupSchemaData();
     };
 
-    while (in.status() == QDataStream::Ok && !in.atEnd()) {
-        QString tag;
-        in >> tag;
-        if (in.status() != QDataStream::Ok)
-            break;
+    readTaggedRecords(in, [&](const QString& tag) {
         if (tag == schemaTag) {
             closeSchema();
             QString schemaName;
             in >> schemaName;
-            if (in.status() != QDataStream::Ok)
-                break;
-            schema.name = schemaName.toStdString();
+            if (in.status() == QDataStream::Ok)
+                schema.name = schemaName.toStdString();
         } else if (tag == groupTag) {
             closeGroup();
             QString groupName;
             in >> groupName;
-            if (in.status() != QDataStream::Ok)
-                break;
-            group.name = groupName.toStdString();
+            if (in.status() == QDataStream::Ok)
+                group.name = groupName.toStdString();
         } else if (tag == rowTag) {
             QString displayName;
             qint64 positive = 0;
@@ -118,7 +106,7 @@ void HandGroupSchemaPool::fromByteArray(const QByteArray& bytes) {
             bool visible = false;
             in >> displayName >> positive >> exclusive >> parent >> visible;
             if (in.status() != QDataStream::Ok)
-                break;
+                return;
             HandGroupRow row;
             row.key = HandStrengthKey(static_cast<unsigned long long>(positive),
                                       static_cast<unsigned long long>(exclusive),
@@ -129,9 +117,7 @@ void HandGroupSchemaPool::fromByteArray(const QByteArray& bytes) {
             row.visible = visible;
             group.rows.push_back(row);
         }
-        // Any other tag, such as one of a later version, is skipped: the next string is read
-        // as a tag.
-    }
+    });
     closeSchema();
 }
 

@@ -1,9 +1,9 @@
 #include "handstrength/HandGroupTickSchemaPool.h"
 
 #include "handstrength/HandStrengthMasks.h"
+#include "handstrength/SchemaPoolStorage.h"
 
 #include <QDataStream>
-#include <QSettings>
 #include <QString>
 
 #include <algorithm>
@@ -45,17 +45,11 @@ bool HandGroupTickSchemaPool::isDefaultName(const std::string& name) {
 HandGroupTickSchemaPool::HandGroupTickSchemaPool() : schemaList(defaultSchemas()) {}
 
 void HandGroupTickSchemaPool::load() {
-    QSettings settings("Velmara", "Quorvane");
-    settings.beginGroup(settingsGroup);
-    fromByteArray(settings.value(settingsKey).toByteArray());
-    settings.endGroup();
+    fromByteArray(loadSchemaPoolBytes(settingsGroup, settingsKey));
 }
 
 void HandGroupTickSchemaPool::save() const {
-    QSettings settings("Velmara", "Quorvane");
-    settings.beginGroup(settingsGroup);
-    settings.setValue(settingsKey, toByteArray());
-    settings.endGroup();
+    saveSchemaPoolBytes(settingsGroup, settingsKey, toByteArray());
 }
 
 QByteArray HandGroupTickSchemaPool::toByteArray() const {
@@ -87,29 +81,22 @@ void HandGroupTickSchemaPool::fromByteArray(const QByteArray& bytes) {
     };
 
     QDataStream in(bytes);
-    while (in.status() == QDataStream::Ok && !in.atEnd()) {
-        QString tag;
-        in >> tag;
-        if (in.status() != QDataStream::Ok)
-            break;
+    readTaggedRecords(in, [&](const QString& tag) {
         if (tag == schemaTag) {
             closeSchema();
             QString name;
             in >> name;
-            if (in.status() != QDataStream::Ok)
-                break;
-            schema.name = name.toStdString();
+            if (in.status() == QDataStream::Ok)
+                schema.name = name.toStdString();
         } else if (tag == keyTag) {
             qint64 positive = 0;
             qint64 exclusive = 0;
             in >> positive >> exclusive;
-            if (in.status() != QDataStream::Ok)
-                break;
-            schema.handStrengths.emplace_back(static_cast<unsigned long long>(positive),
-                                              static_cast<unsigned long long>(exclusive));
+            if (in.status() == QDataStream::Ok)
+                schema.handStrengths.emplace_back(static_cast<unsigned long long>(positive),
+                                                  static_cast<unsigned long long>(exclusive));
         }
-        // Any other tag is skipped: the next string is read as a tag.
-    }
+    });
     closeSchema();
 }
 

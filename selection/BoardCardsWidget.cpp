@@ -4,19 +4,13 @@
 #include "selection/CardRange.h"
 #include "selection/CardRangeText.h"
 #include "selection/CardSelectionDialog.h"
+#include "selection/SeededRandom.h"
 #include "ui_BoardCardsWidget.h"
 
 #include <QSignalBlocker>
 
 namespace {
 
-// Qt's per-thread generator behind qsrand(): seeded runs repeat their draws.
-int drawRandom() {
-    QT_WARNING_PUSH
-    QT_WARNING_DISABLE_DEPRECATED
-    return qrand();
-    QT_WARNING_POP
-}
 const char deck[] = "2d3d4d5d6d7d8d9dTdJdQdKdAd2h3h4h5h6h7h8h9hThJhQhKhAh"
                     "2s3s4s5s6s7s8s9sTsJsQsKsAs2c3c4c5c6c7c8c9cTcJcQcKcAc";
 

@@ -2,6 +2,7 @@
 
 #include "Range/CardConversion.h"
 #include "selection/CardPictures.h"
+#include "selection/SeededRandom.h"
 
 #include <QLinearGradient>
 #include <QMouseEvent>
@@ -13,14 +14,6 @@
 #include <vector>
 
 namespace {
-
-// Qt's per-thread generator behind qsrand(): seeded runs repeat their draws.
-int drawRandom() {
-    QT_WARNING_PUSH
-    QT_WARNING_DISABLE_DEPRECATED
-    return qrand();
-    QT_WARNING_POP
-}
 
 const char valueCharacters[] = "AKQJT98765432";
 
@@ -55,18 +48,11 @@ CardSelectionTable::CardSelectionTable(QWidget* parent) : QLabel(parent) {
 }
 
 int CardSelectionTable::rowOfSuit(char suit) {
-    switch (suit) {
-    case 'd':
-        return 0;
-    case 'h':
-        return 1;
-    case 's':
-        return 2;
-    case 'c':
-        return 3;
-    default:
+    const int row = suitLaneOf(suit);
+    if (row < 0) {
         throw std::runtime_error("Non-suitable suit.");
     }
+    return row;
 }
 
 char CardSelectionTable::suitOfRow(int row) {

@@ -4,6 +4,7 @@
 #include "Range/Tree.h"
 #include "Range/TreeRangeNode.h"
 #include "app/NoPaintFilter.h"
+#include "selection/HoverFrame.h"
 
 #include <QEvent>
 #include <QGridLayout>
@@ -162,23 +163,12 @@ HandRangeHover::HandRangeHover(const Range::Tree& groups, unsigned int group,
 }
 
 void HandRangeHover::build(const Range::HandRange& range) {
-    setObjectName(QStringLiteral("HandRangeHover"));
-    setAttribute(Qt::WA_TranslucentBackground);
-    setAttribute(Qt::WA_ShowWithoutActivating);
+    QWidget* wrapper = buildHoverFrame(this, QStringLiteral("HandRangeHover"),
+                                       QStringLiteral("#hoverCaption { color: #5b6470; }"
+                                                      "QLabel { background: transparent; "
+                                                      "border: none; }"));
     setAttribute(Qt::WA_Hover);
     setMouseTracking(true);
-    setStyleSheet(QStringLiteral(
-        "#HandRangeHover { background: rgba(255, 255, 255, 0%); }"
-        "#wrapper { border: 1px solid #a0a0a0; border-radius: 9px; background: #fdfdfd; }"
-        "#hoverCaption { color: #5b6470; }"
-        "QLabel { background: transparent; border: none; }"));
-
-    auto* outer = new QVBoxLayout(this);
-    outer->setContentsMargins(0, 0, 0, 0);
-    auto* wrapper = new QWidget(this);
-    wrapper->setObjectName(QStringLiteral("wrapper"));
-    wrapper->setAttribute(Qt::WA_StyledBackground);
-    outer->addWidget(wrapper);
 
     auto* layout = new QVBoxLayout(wrapper);
     layout->setContentsMargins(12, 10, 12, 12);

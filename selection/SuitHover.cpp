@@ -1,5 +1,7 @@
 #include "selection/SuitHover.h"
 
+#include "selection/HoverFrame.h"
+
 #include <QLabel>
 #include <QLinearGradient>
 #include <QPainter>
@@ -8,19 +10,7 @@
 SuitHover::SuitHover(QWidget* parent)
     : QWidget(parent, Qt::WindowFlags(264205)),
       suitsPicture(SuitSelectionTable::gridWidth, SuitSelectionTable::gridHeight) {
-    setObjectName(QStringLiteral("SuitHover"));
-    setAttribute(Qt::WA_TranslucentBackground);
-    setAttribute(Qt::WA_ShowWithoutActivating);
-    setStyleSheet(QStringLiteral(
-        "#SuitHover { background: rgba(255, 255, 255, 0%); }"
-        "#wrapper { border: 1px solid #a0a0a0; border-radius: 9px; background: #fdfdfd; }"));
-
-    auto* outer = new QVBoxLayout(this);
-    outer->setContentsMargins(0, 0, 0, 0);
-    auto* wrapper = new QWidget(this);
-    wrapper->setObjectName(QStringLiteral("wrapper"));
-    wrapper->setAttribute(Qt::WA_StyledBackground);
-    outer->addWidget(wrapper);
+    QWidget* wrapper = buildHoverFrame(this, QStringLiteral("SuitHover"), QString());
 
     auto* layout = new QVBoxLayout(wrapper);
     layout->setContentsMargins(10, 9, 10, 9);

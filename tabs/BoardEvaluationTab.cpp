@@ -8,9 +8,8 @@
 #include "handstrength/HandGroupSchema.h"
 #include "handstrength/HandGroupSchemaSelection.h"
 #include "handstrength/HandGroupTickSchemaSelection.h"
-#include "handstrength/HandStrengthNames.h"
+#include "selection/HandRangeHover.h"
 #include "tabs/BoardHitEvaluationTable.h"
-#include "tabs/BoardHitsRangeHover.h"
 #include "tabs/HandStrengthLabel.h"
 
 #include <QApplication>
@@ -22,6 +21,7 @@
 #include <QMouseEvent>
 #include <QScreen>
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -91,11 +91,9 @@ void BoardEvaluationTab::setControls(QComboBox* rangeBox, HandGroupSchemaSelecti
             "percentages and not relative to parent percentage."));
         connect(absoluteFlag, &QCheckBox::stateChanged, this, &BoardEvaluationTab::DoRefresh);
     }
-    if (selectedRange != nullptr) {
-        // The window refreshes on this as well; the tab does not depend on it.
-        connect(selectedRange, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-                &BoardEvaluationTab::DoRefresh);
-    }
+    // "Range:" is deliberately not tied to DoRefresh: the window owns that refresh (it
+    // connects the box to its update with refresh), and a second one here would evaluate
+    // every change twice.
     connect(handGroupSchemaSelection, &HandGroupSchemaSelection::schemaChanged, this,
             &BoardEvaluationTab::reactToChangedSchema);
     if (tickSchemaSelection != nullptr) {
@@ -319,16 +317,23 @@ void BoardEvaluationTab::handStrengthLabelClicked(HandStrengthLabel* clickedLabe
     }
 }
 
-std::vector<BoardEvaluationTab::HoverContent>
-BoardEvaluationTab::hoverContents(const HandStrengthKey& key) const {
-    const int player = selectedPlayer();
-    HoverContent content;
-    content.title = QString::fromStdString(handStrengthName(key)) +
-                    QStringLiteral(" \u2013 Player %1").arg(player);
-    content.range = rangeOfRow(key, 1);
-    content.color =
-        player == 2 ? BoardHitEvaluationTable::player2Color : BoardHitEvaluationTable::player1Color;
-    return {content};
+std::vector<Range::HandRange> BoardEvaluationTab::hoverRanges(const HandStrengthKey& key) const {
+    return {rangeOfRow(key, 1)};
+}
+
+QPoint BoardEvaluationTab::hoverPlacement(const QPoint& pointer, const QSize& size,
+                                          const QRect& screen) {
+    int x = pointer.x() + 21;
+    int y = pointer.y() - size.height() - 5;
+    if (x + size.width() > screen.right() + 1)
+        x -= size.width() + 21;
+    if (y < screen.top()) {
+        const bool roomBelow = pointer.y() + 16 + size.height() <= screen.bottom() + 1;
+        y += roomBelow ? size.height() + 21 : size.height() / 2 + 5;
+    }
+    x = std::max(std::min(x, screen.right() + 1 - size.width()), screen.left());
+    y = std::max(std::min(y, screen.bottom() + 1 - size.height()), screen.top());
+    return QPoint(x, y);
 }
 
 void BoardEvaluationTab::handStrengthLabelHovered(HandStrengthLabel* clickedLabel,
@@ -339,8 +344,12 @@ void BoardEvaluationTab::handStrengthLabelHovered(HandStrengthLabel* clickedLabe
     if (hoveredLabel != clickedLabel || hovers.empty()) {
         closeHovers();
         hoveredLabel = clickedLabel;
-        for (const HoverContent& content : hoverContents(clickedLabel->key())) {
-            auto* hover = new BoardHitsRangeHover(content.title, content.range, content.color);
+        // Numbers against the board and dead cards of the last evaluation, as the range lines
+        // count theirs.
+        const std::vector<unsigned long long> dead = Range::cardsOfText(deadCards);
+        for (const Range::HandRange& range : hoverRanges(clickedLabel->key())) {
+            auto* hover = new HandRangeHover(range, board, dead, this);
+            hover->setAttribute(Qt::WA_DeleteOnClose);
             hovers.emplace_back(hover);
         }
     }
@@ -356,9 +365,8 @@ void BoardEvaluationTab::handStrengthLabelHovered(HandStrengthLabel* clickedLabe
     if (screen == nullptr)
         screen = clickedLabel->screen();
     const QRect available = screen != nullptr ? screen->availableGeometry() : QRect();
-    QPoint position = available.isValid()
-                          ? BoardHitsRangeHover::placement(pointer, block, available)
-                          : pointer + QPoint(21, 5);
+    QPoint position =
+        available.isValid() ? hoverPlacement(pointer, block, available) : pointer + QPoint(21, 5);
     for (const auto& hover : hovers) {
         if (!hover)
             continue;
@@ -381,8 +389,8 @@ void BoardEvaluationTab::closeHovers() {
     hoveredLabel = nullptr;
 }
 
-std::vector<BoardHitsRangeHover*> BoardEvaluationTab::shownHovers() const {
-    std::vector<BoardHitsRangeHover*> shown;
+std::vector<HandRangeHover*> BoardEvaluationTab::shownHovers() const {
+    std::vector<HandRangeHover*> shown;
     for (const auto& hover : hovers) {
         if (hover && hover->isVisible())
             shown.push_back(hover);

@@ -6,7 +6,10 @@
 #include "handstrength/HandGroupTickSchemaPool.h"
 
 #include <QMouseEvent>
+#include <QPoint>
 #include <QPointer>
+#include <QRect>
+#include <QSize>
 #include <QWidget>
 #include <VelmaraEvaluatorBase.h>
 
@@ -14,10 +17,10 @@
 #include <vector>
 
 class BoardHitEvaluationTable;
-class BoardHitsRangeHover;
 class HandGroupSchema;
 class HandGroupSchemaSelection;
 class HandGroupTickSchemaSelection;
+class HandRangeHover;
 class HandStrengthLabel;
 class QCheckBox;
 class QComboBox;
@@ -87,8 +90,17 @@ public:
     // The row's context menu, its entries wired to the context actions, with the row's
     // ranges taken as "range 1" and "range 2". Owned by the caller.
     virtual QMenu* createContextMenu(const HandStrengthKey& key, QWidget* parent);
-    // The hovers shown at the moment (one or two), for the tests.
-    std::vector<BoardHitsRangeHover*> shownHovers() const;
+    // The hovers shown at the moment (one or two: player 1's first), for the tests. Each is
+    // the range hover of the range lines, built with the row's hands, the board and the dead
+    // cards of the last evaluation.
+    std::vector<HandRangeHover*> shownHovers() const;
+
+    // Where a hover block of `size` goes for the pointer at `pointer` (global) on `screen`:
+    // right of and above the pointer. When it would leave the right edge it moves left by
+    // its width plus 21; when it would leave the top it moves below the pointer, by its
+    // height plus 21 when there is room below, else by half its height plus 5. Whatever is
+    // left over is clamped, so the block always lies on the screen when it fits on it.
+    static QPoint hoverPlacement(const QPoint& pointer, const QSize& size, const QRect& screen);
 
     // How many calculations the tab has started (an update with equal inputs starts none).
     std::size_t calculationsStarted() const { return calculations; }
@@ -142,13 +154,8 @@ protected:
                                   bool flat) = 0;
     // Runs the context menu of a row at a global position.
     virtual void showContextMenu(const HandStrengthKey& key, const QPoint& globalPosition);
-    // The hovers of a row: title, range and colour for each player the table shows.
-    struct HoverContent {
-        QString title;
-        Range::HandRange range;
-        QColor color;
-    };
-    virtual std::vector<HoverContent> hoverContents(const HandStrengthKey& key) const;
+    // The hands of a row that its hovers show, one range per player the table shows.
+    virtual std::vector<Range::HandRange> hoverRanges(const HandStrengthKey& key) const;
     // The table's rows again from the schema.
     virtual void rebuildTable();
     // A new schema was made; the win tab clears its results here.
@@ -183,7 +190,7 @@ private:
     std::string deadCards;
     std::string board;
     std::size_t calculations = 0;
-    std::vector<QPointer<BoardHitsRangeHover>> hovers;
+    std::vector<QPointer<HandRangeHover>> hovers;
     QPointer<HandStrengthLabel> hoveredLabel;
 
     HandGroupSchemaPool ownSchemaPool;

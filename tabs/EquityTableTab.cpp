@@ -178,7 +178,11 @@ EquityTableTab::EquityTableTab(QWidget* parent)
     ui->showCombinationsFlag->setEnabled(false);
 
     QTableWidget* table = ui->specificEquityHandsTable;
-    table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    // Number columns take what their header and values need, so no header is ever cut; the
+    // hand column takes the rest.
+    table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+    table->horizontalHeader()->setStretchLastSection(false);
     table->horizontalHeader()->setSortIndicator(EquityColumn, Qt::DescendingOrder);
     table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 6);
 

@@ -3,7 +3,6 @@
 #include "Range/HandRangeElementConversion.h"
 #include "Range/HandRangeStringManipulator.h"
 #include "handstrength/HandGroupSchema.h"
-#include "handstrength/HandStrengthNames.h"
 #include "tabs/TwoPlayerBoardHitEvaluationTable.h"
 
 #include "ui_TwoPlayerBoardHitsTab.h"
@@ -42,14 +41,8 @@ void TwoPlayerBoardHitsTab::startCalculation(const std::string& player1Range,
     rowsTable->setPlayer2Total(total2, flat);
 }
 
-std::vector<BoardEvaluationTab::HoverContent>
-TwoPlayerBoardHitsTab::hoverContents(const HandStrengthKey& key) const {
-    const QString name = QString::fromStdString(handStrengthName(key));
-    HoverContent first{name + QStringLiteral(" \u2013 Player 1"), rangeOfRow(key, 1),
-                       BoardHitEvaluationTable::player1Color};
-    HoverContent second{name + QStringLiteral(" \u2013 Player 2"), rangeOfRow(key, 2),
-                        BoardHitEvaluationTable::player2Color};
-    return {first, second};
+std::vector<Range::HandRange> TwoPlayerBoardHitsTab::hoverRanges(const HandStrengthKey& key) const {
+    return {rangeOfRow(key, 1), rangeOfRow(key, 2)};
 }
 
 QMenu* TwoPlayerBoardHitsTab::createContextMenu(const HandStrengthKey& key, QWidget* parent) {

@@ -23,7 +23,7 @@ protected:
     void startCalculation(const std::string& player1Range, const std::string& player2Range,
                           const std::string& board, const std::string& deadCards,
                           bool flat) override;
-    std::vector<HoverContent> hoverContents(const HandStrengthKey& key) const override;
+    std::vector<Range::HandRange> hoverRanges(const HandStrengthKey& key) const override;
 
 private:
     Ui::TwoPlayerBoardHitsTab* ui;

@@ -4,7 +4,8 @@ the expand and collapse markers of a row with children, the corner that leads in
 sub-row, and a transparent spacer that keeps the click zones of a caption in place.
 
 Each picture is an SVG written here by hand and rendered with rsvg-convert (Debian package
-librsvg2-bin). The PNGs are committed; run again only after changing a drawing:
+librsvg2-bin, through ../svgtools.py). The PNGs are committed; run again only after changing
+a drawing:
 
     python3 resources/boardtabs/generate.py
 
@@ -13,21 +14,11 @@ and 16 px for the tree marker.
 """
 
 import os
-import subprocess
 import sys
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-
-MUTED = "#5b6470"
-LINE = "#9aa6ae"
-TEAL = "#17808f"
-TEAL_LIGHT = "#d7ecef"
-PAPER = "#ffffff"
-
-
-def svg(width, height, body):
-    return (f'<svg xmlns="http://www.w3.org/2000/svg" width="{width}" height="{height}" '
-            f'viewBox="0 0 {width} {height}">' + body + "</svg>")
+sys.path.insert(0, os.path.dirname(HERE))
+from svgtools import LINE, MUTED, PAPER, TEAL, TEAL_LIGHT, render, svg  # noqa: E402
 
 
 def box(fill, stroke):
@@ -61,9 +52,7 @@ PICTURES = {
 
 def main():
     for name, text in PICTURES.items():
-        target = os.path.join(HERE, name)
-        subprocess.run(["rsvg-convert", "-f", "png", "-o", target], input=text.encode(),
-                       check=True)
+        render(text, os.path.join(HERE, name))
     return 0
 
 

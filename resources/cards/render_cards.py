@@ -13,15 +13,17 @@ Layout of both sheets: column = value number (A, K, Q, ..., 2 from left to right
 suit in the order d, h, s, c. The deck has four colours: diamonds blue, hearts red, spades
 black, clubs green.
 
-Needs python3 and rsvg-convert (Debian package librsvg2-bin) and the DejaVu fonts.
+Needs python3, rsvg-convert (Debian package librsvg2-bin, through ../svgtools.py) and the
+DejaVu fonts.
 Run again after changing it:  python3 render_cards.py
 """
 
 import os
-import subprocess
-import tempfile
+import sys
 
 HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path.insert(0, os.path.dirname(HERE))
+from svgtools import render as render_svg, svg  # noqa: E402
 
 RANKS = "AKQJT98765432"
 SUITS = "dhsc"
@@ -95,25 +97,13 @@ def glyph(rank, suit, ox, oy):
     return "\n".join(parts)
 
 
-def svg(width, height, body, defs=""):
-    return (f'<svg xmlns="http://www.w3.org/2000/svg" width="{width}" height="{height}" '
-            f'viewBox="0 0 {width} {height}"><defs>{defs}</defs>{body}</svg>')
-
-
 FACE = ('<linearGradient id="face" x1="0" y1="0" x2="0" y2="1">'
         '<stop offset="0" stop-color="#ffffff"/><stop offset="1" stop-color="#eef0f3"/>'
         '</linearGradient>')
 
 
 def render(svg_text, name):
-    with tempfile.NamedTemporaryFile("w", suffix=".svg", delete=False) as f:
-        f.write(svg_text)
-        path = f.name
-    try:
-        subprocess.run(["rsvg-convert", "-f", "png", "-o", os.path.join(HERE, name), path],
-                       check=True)
-    finally:
-        os.unlink(path)
+    render_svg(svg_text, os.path.join(HERE, name))
 
 
 def new_cards_icon():

@@ -3,7 +3,7 @@
 ICO and GIF files that resources/app.qrc compiles in (under the names the program asks for).
 
 Needs only the Python standard library plus two command line tools:
-  rsvg-convert  (Debian package librsvg2-bin)  SVG -> PNG
+  rsvg-convert  (Debian package librsvg2-bin)  SVG -> PNG, through ../svgtools.py
   convert       (ImageMagick)                   PNG frames -> ICO and animated GIF
 The rendered files are committed, so building the program never runs this script.
 Run it again after changing a drawing:  python3 resources/images/generate.py
@@ -17,11 +17,9 @@ import sys
 import tempfile
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-
+sys.path.insert(0, os.path.dirname(HERE))
 # Brand colours: a deep teal running into indigo, with a warm accent.
-TEAL = "#17808f"
-INDIGO = "#283c72"
-ACCENT = "#f2b134"
+from svgtools import ACCENT, INDIGO, TEAL, render  # noqa: E402
 
 
 def logo_svg(size):
@@ -107,13 +105,6 @@ def run(*command):
     subprocess.run(command, check=True)
 
 
-def render(svg_text, png_path, work):
-    svg_path = os.path.join(work, os.path.basename(png_path) + ".svg")
-    with open(svg_path, "w", encoding="utf-8") as handle:
-        handle.write(svg_text)
-    run("rsvg-convert", "-o", png_path, svg_path)
-
-
 def main():
     for tool in ("rsvg-convert", "convert"):
         if shutil.which(tool) is None:
@@ -121,19 +112,19 @@ def main():
                      "convert: apt-get install imagemagick)")
     work = tempfile.mkdtemp(prefix="quorvane-images-")
     try:
-        render(logo_svg(256), os.path.join(HERE, "QV-Logo-Big.png"), work)
+        render(logo_svg(256), os.path.join(HERE, "QV-Logo-Big.png"))
         small = os.path.join(HERE, "quorvane-Logo-small.png")
-        render(logo_svg(64), small, work)
+        render(logo_svg(64), small)
         # Both spellings are asked for by the program; keep them byte-identical.
         shutil.copyfile(small, os.path.join(HERE, "quorvane-Logo-Small.png"))
 
         for direction in ("down", "up"):
-            render(chevron_svg(12, direction), os.path.join(HERE, f"chevron-{direction}.png"), work)
+            render(chevron_svg(12, direction), os.path.join(HERE, f"chevron-{direction}.png"))
 
         icon_sizes = []
         for size in (16, 32, 48, 64):
             path = os.path.join(work, f"icon-{size}.png")
-            render(logo_svg(size), path, work)
+            render(logo_svg(size), path)
             icon_sizes.append(path)
         run("convert", *icon_sizes, os.path.join(HERE, "favicon.ico"))
 
@@ -141,7 +132,7 @@ def main():
         frame_paths = []
         for frame in range(frames):
             path = os.path.join(work, f"spinner-{frame:02d}.png")
-            render(spinner_frame_svg(20, frame, frames), path, work)
+            render(spinner_frame_svg(20, frame, frames), path)
             frame_paths.append(path)
         # 9 centiseconds a frame, forever; fully transparent background so it sits on any row.
         run("convert", "-dispose", "background", "-delay", "9", "-loop", "0",

@@ -9,10 +9,10 @@
 #include "handstrength/HandGroupSchemaSelection.h"
 #include "handstrength/HandGroupTickSchemaPool.h"
 #include "handstrength/HandGroupTickSchemaSelection.h"
+#include "selection/HandRangeHover.h"
 #include "support/AssertionRecorder.h"
 #include "tabs/BoardHitEvaluationTable.h"
 #include "tabs/BoardHitsBar.h"
-#include "tabs/BoardHitsRangeHover.h"
 #include "tabs/BoardHitsTab.h"
 #include "tabs/HandStrengthLabel.h"
 
@@ -22,6 +22,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMenu>
 #include <QScreen>
 #include <gtest/gtest.h>
@@ -201,15 +202,40 @@ TEST_F(BoardHitsTabTest, AbsolutePercentagesTakeSubRowsAgainstTheWholeRange) {
 
 TEST_F(BoardHitsTabTest, RangeBoxChoosesWhoseRangeIsCounted) {
     BoardHitsTab tab;
+    // As the window does: a change of "Range:" runs its update with refresh.
+    QObject::connect(tab.rangeSelection(), QOverload<int>::of(&QComboBox::currentIndexChanged),
+                     &tab, [&tab] { tab.updateEvaluation(small, "77,22", flop, "", true); });
     tab.updateEvaluation(small, "77,22", flop, "", false);
     EXPECT_EQ(textsOf(tab, pair)[0][0], QStringLiteral("65.22 % (30)"));
     EXPECT_EQ(tab.rangeSelection()->itemText(0), QStringLiteral("Player 1"));
     EXPECT_EQ(tab.rangeSelection()->itemText(1), QStringLiteral("Player 2"));
+    const std::size_t before = tab.calculationsStarted();
     tab.rangeSelection()->setCurrentIndex(1);
+    // One change, one evaluation.
+    EXPECT_EQ(tab.calculationsStarted(), before + 1);
     // 77 and 22 make sets: three of 0x20, nothing else.
     EXPECT_EQ(textsOf(tab, HandStrengthKey(0x20, 0))[0][0], QStringLiteral("100.00 % (6)"));
     EXPECT_EQ(captionOf(tab, pair), nullptr);
     EXPECT_EQ(tab.selectedPlayer(), 2);
+}
+
+TEST_F(BoardHitsTabTest, OnlyTheAbsoluteFlagRefreshesTheTabByItself) {
+    BoardHitsTab tab;
+    tab.updateEvaluation(small, "77,22", flop, "", false);
+    const std::size_t before = tab.calculationsStarted();
+    // "Range:" waits for the window's update: the rows stay player 1's until it comes.
+    tab.rangeSelection()->setCurrentIndex(1);
+    EXPECT_EQ(tab.selectedPlayer(), 2);
+    EXPECT_EQ(tab.calculationsStarted(), before);
+    EXPECT_EQ(textsOf(tab, pair)[0][0], QStringLiteral("65.22 % (30)"));
+    tab.updateEvaluation(small, "77,22", flop, "", true);
+    EXPECT_EQ(tab.calculationsStarted(), before + 1);
+    EXPECT_EQ(textsOf(tab, HandStrengthKey(0x20, 0))[0][0], QStringLiteral("100.00 % (6)"));
+    // The flag refreshes the tab once on its own, with the stored inputs.
+    tab.absolutePercentages()->setChecked(true);
+    EXPECT_EQ(tab.calculationsStarted(), before + 2);
+    EXPECT_EQ(tab.lastRange2(), "77,22");
+    EXPECT_EQ(textsOf(tab, HandStrengthKey(0x20, 0))[0][0], QStringLiteral("100.00 % (6)"));
 }
 
 TEST_F(BoardHitsTabTest, EqualInputsAreNotEvaluatedAgainUnlessRefreshed) {
@@ -458,40 +484,53 @@ TEST_F(BoardHitsTabTest, HoverShowsTheRowsHandsOnScreenAndLeavesWithThePointer) 
     QMouseEvent move(QEvent::MouseMove, QPointF(60, 5), QPointF(corner), Qt::NoButton, Qt::NoButton,
                      Qt::NoModifier);
     tab.handStrengthLabelHovered(caption, &move);
-    std::vector<BoardHitsRangeHover*> hovers = tab.shownHovers();
+    std::vector<HandRangeHover*> hovers = tab.shownHovers();
     ASSERT_EQ(hovers.size(), 1u);
     EXPECT_TRUE(available.contains(hovers[0]->geometry())) << hovers[0]->geometry().x();
-    EXPECT_EQ(hovers[0]->range().combinationCount(), 30u);
     EXPECT_TRUE(hovers[0]->testAttribute(Qt::WA_DeleteOnClose));
-    EXPECT_TRUE(hovers[0]->title().startsWith(QStringLiteral("Pair")));
+    // The row's hands by the independent model: AK and KQ pair the king, QQ is a pair.
+    const std::vector<unsigned long long> rowHands = masksOf(handsWith(small, OnePair));
+    ASSERT_EQ(rowHands.size(), 30u);
+    EXPECT_EQ(hovers[0]->combinationsValue()->text(), QStringLiteral("30"));
+    EXPECT_EQ(hovers[0]->percentValue()->text(), percentText(30 / 1326.0));
+    EXPECT_FALSE(hovers[0]->showsParentRows());
+    EXPECT_TRUE(hoverShows(*hovers[0], rangeOfMasks(rowHands), flop, ""));
+    // Same count, other hands: one QQ traded for a JJ shows a different table.
+    std::vector<unsigned long long> traded = rowHands;
+    const auto queens = std::find_if(traded.begin(), traded.end(), [](unsigned long long mask) {
+        return mask == maskOf(Hand{cardsOf("Qd")[0], cardsOf("Qh")[0]});
+    });
+    ASSERT_NE(queens, traded.end());
+    *queens = maskOf(Hand{cardsOf("Jd")[0], cardsOf("Jh")[0]});
+    EXPECT_FALSE(hoverShows(*hovers[0], rangeOfMasks(traded), flop, ""));
 
     QEvent leave(QEvent::Leave);
     tab.handStrengthLabelHoverLost(caption, &leave);
     EXPECT_TRUE(tab.shownHovers().empty());
 }
 
-TEST(BoardHitsRangeHoverPlacement, StaysOnTheScreenAtEveryEdge) {
+TEST(HoverPlacement, StaysOnTheScreenAtEveryEdge) {
     const QRect screen(0, 0, 1000, 800);
     const QSize size(280, 330);
     // Room everywhere: right of and above the pointer.
-    EXPECT_EQ(BoardHitsRangeHover::placement(QPoint(400, 500), size, screen),
+    EXPECT_EQ(BoardEvaluationTab::hoverPlacement(QPoint(400, 500), size, screen),
               QPoint(421, 500 - 330 - 5));
     // Near the right edge: moved left by its width plus 21.
-    EXPECT_EQ(BoardHitsRangeHover::placement(QPoint(900, 500), size, screen).x(),
+    EXPECT_EQ(BoardEvaluationTab::hoverPlacement(QPoint(900, 500), size, screen).x(),
               900 + 21 - 280 - 21);
     // Near the top with room below: below the pointer by its height plus 21.
-    EXPECT_EQ(BoardHitsRangeHover::placement(QPoint(400, 100), size, screen).y(),
+    EXPECT_EQ(BoardEvaluationTab::hoverPlacement(QPoint(400, 100), size, screen).y(),
               100 - 330 - 5 + 330 + 21);
     // Near the top of a screen without room below: by half its height plus 5, then clamped.
     const QRect low(0, 0, 1000, 500);
-    const QPoint placed = BoardHitsRangeHover::placement(QPoint(400, 200), size, low);
+    const QPoint placed = BoardEvaluationTab::hoverPlacement(QPoint(400, 200), size, low);
     EXPECT_EQ(placed.y(), 200 - 330 - 5 + 165 + 5);
     // A screen too low for either place: clamped to its top.
-    EXPECT_EQ(BoardHitsRangeHover::placement(QPoint(400, 150), size, QRect(0, 0, 1000, 400)).y(),
-              0);
+    EXPECT_EQ(
+        BoardEvaluationTab::hoverPlacement(QPoint(400, 150), size, QRect(0, 0, 1000, 400)).y(), 0);
     for (const QPoint pointer :
          {QPoint(0, 0), QPoint(999, 0), QPoint(999, 799), QPoint(0, 799), QPoint(500, 400)}) {
-        const QRect placedRect(BoardHitsRangeHover::placement(pointer, size, screen), size);
+        const QRect placedRect(BoardEvaluationTab::hoverPlacement(pointer, size, screen), size);
         EXPECT_TRUE(screen.contains(placedRect)) << pointer.x() << "," << pointer.y();
     }
 }

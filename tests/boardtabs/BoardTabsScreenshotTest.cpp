@@ -3,9 +3,9 @@
 #include "calculation/ThreadPool.h"
 #include "handstrength/HandGroupSchema.h"
 #include "handstrength/HandGroupTickSchemaSelection.h"
+#include "selection/HandRangeHover.h"
 #include "support/TestEnvironment.h"
 #include "tabs/BoardHitEvaluationTable.h"
-#include "tabs/BoardHitsRangeHover.h"
 #include "tabs/BoardHitsTab.h"
 #include "tabs/HandStrengthLabel.h"
 #include "tabs/TwoPlayerBoardHitsTab.h"
@@ -79,7 +79,9 @@ TEST(BoardTabsScreenshot, ThreeTabsWithRealRanges) {
     hits->handStrengthLabelHovered(caption, &move);
     settle();
     ASSERT_EQ(hits->shownHovers().size(), 1u);
-    save(*hits->shownHovers()[0], "boardtabs_hover.png");
+    HandRangeHover* hover = hits->shownHovers()[0];
+    EXPECT_TRUE(hoverShows(*hover, hits->rangeOfRow(HandStrengthKey(0x280, 0), 1), flop, ""));
+    save(*hover, "boardtabs_hover.png");
     hits->handStrengthLabelHoverLost(caption, &move);
 
     tabs.setCurrentIndex(1);

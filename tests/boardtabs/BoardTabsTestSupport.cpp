@@ -1,6 +1,7 @@
 #include "BoardTabsTestSupport.h"
 
 #include "Range/HandRangeElementConversion.h"
+#include "selection/HandRangeHover.h"
 #include "tabs/BoardEvaluationTab.h"
 #include "tabs/BoardHitEvaluationTable.h"
 #include "tabs/BoardHitsBar.h"
@@ -8,6 +9,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QSettings>
 #include <QTest>
 #include <QTextDocument>
@@ -114,6 +116,49 @@ std::vector<unsigned long long> masksOf(const Range::HandRange& range) {
         Range::handsOfElement(element.values, element.suits, masks);
     std::sort(masks.begin(), masks.end());
     return masks;
+}
+
+Range::HandRange rangeOfMasks(const std::vector<unsigned long long>& masks) {
+    Range::HandRange range;
+    for (unsigned long long mask : masks)
+        range.insert(Range::elementOfHand(mask), true);
+    return range;
+}
+
+::testing::AssertionResult hoverShows(HandRangeHover& hover, const Range::HandRange& range,
+                                      const std::string& board, const std::string& deadCards) {
+    HandRangeHover reference(range, board, Range::cardsOfText(deadCards), hover.parentWidget());
+    reference.setShowSuits(hover.showsSuits());
+    // Shown as the tab shows its hovers, so that both are polished and laid out alike.
+    reference.setAttribute(Qt::WA_ShowWithoutActivating);
+    reference.move(hover.pos());
+    reference.show();
+    QApplication::processEvents();
+    const std::vector<std::pair<QLabel*, QLabel*>> values = {
+        {hover.combinationsValue(), reference.combinationsValue()},
+        {hover.combinationsDiscountedValue(), reference.combinationsDiscountedValue()},
+        {hover.percentValue(), reference.percentValue()},
+        {hover.percentDiscountedValue(), reference.percentDiscountedValue()},
+        {hover.parentPortionValue(), reference.parentPortionValue()},
+        {hover.parentPortionDiscountedValue(), reference.parentPortionDiscountedValue()}};
+    for (const auto& pair : values) {
+        if (pair.first->text() != pair.second->text())
+            return ::testing::AssertionFailure()
+                   << pair.first->objectName().toStdString() << " shows \""
+                   << pair.first->text().toStdString() << "\", expected \""
+                   << pair.second->text().toStdString() << "\"";
+    }
+    if (hover.showsParentRows() != reference.showsParentRows())
+        return ::testing::AssertionFailure() << "the parent rows differ";
+    if (hover.size() != reference.size())
+        return ::testing::AssertionFailure()
+               << "size " << hover.width() << "x" << hover.height() << ", expected "
+               << reference.width() << "x" << reference.height();
+    const QImage shown = hover.grab().toImage();
+    const QImage expected = reference.grab().toImage();
+    if (shown != expected)
+        return ::testing::AssertionFailure() << "the hand table pictures differ";
+    return ::testing::AssertionSuccess();
 }
 
 void writeHideOption(const char* group, bool value) {

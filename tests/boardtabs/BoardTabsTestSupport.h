@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <VelmaraEvaluatorBase.h>
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <string>
@@ -12,6 +13,7 @@
 
 class BoardEvaluationTab;
 class BoardHitsBar;
+class HandRangeHover;
 class HandStrengthLabel;
 class QWidget;
 
@@ -41,6 +43,15 @@ QString percentText(double fraction);
 
 // The two-bit card masks of a range, sorted.
 std::vector<unsigned long long> masksOf(const Range::HandRange& range);
+// The range holding exactly the hands of `masks` (two-bit card masks).
+Range::HandRange rangeOfMasks(const std::vector<unsigned long long>& masks);
+
+// Whether `hover` shows what the range hover of `range` with `board` and `deadCards`
+// (card texts) shows: the same numbers, the same parent rows and, pixel for pixel, the same
+// picture. The reference is made beside `hover`, under the same parent, so that both are
+// styled alike.
+::testing::AssertionResult hoverShows(HandRangeHover& hover, const Range::HandRange& range,
+                                      const std::string& board, const std::string& deadCards);
 
 // Writes the option "removeEmptyLinesFromBoardEvaluationTabs" under a settings group.
 void writeHideOption(const char* group, bool value);

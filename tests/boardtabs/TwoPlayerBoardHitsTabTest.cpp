@@ -2,8 +2,8 @@
 #include "BoardTabsTestSupport.h"
 
 #include "Range/HandRangeStringManipulator.h"
+#include "selection/HandRangeHover.h"
 #include "tabs/BoardHitEvaluationTable.h"
-#include "tabs/BoardHitsRangeHover.h"
 #include "tabs/HandStrengthLabel.h"
 #include "tabs/TwoPlayerBoardHitsTab.h"
 
@@ -12,6 +12,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMenu>
 #include <QScreen>
 #include <gtest/gtest.h>
@@ -143,13 +144,22 @@ TEST(TwoPlayerBoardHitsTab, HoverShowsBothPlayersSideBySideOnScreen) {
     QMouseEvent move(QEvent::MouseMove, QPointF(60, 5), QPointF(nearRightEdge), Qt::NoButton,
                      Qt::NoButton, Qt::NoModifier);
     tab.handStrengthLabelHovered(caption, &move);
-    const std::vector<BoardHitsRangeHover*> hovers = tab.shownHovers();
+    const std::vector<HandRangeHover*> hovers = tab.shownHovers();
     ASSERT_EQ(hovers.size(), 2u);
     EXPECT_TRUE(available.contains(hovers[0]->geometry()));
     EXPECT_TRUE(available.contains(hovers[1]->geometry()));
     EXPECT_FALSE(hovers[0]->geometry().intersects(hovers[1]->geometry()));
-    EXPECT_EQ(masksOf(hovers[0]->range()), masksWith(range1, OnePair));
-    EXPECT_EQ(masksOf(hovers[1]->range()), masksWith(range2, OnePair));
+    EXPECT_TRUE(hovers[0]->testAttribute(Qt::WA_DeleteOnClose));
+    EXPECT_TRUE(hovers[1]->testAttribute(Qt::WA_DeleteOnClose));
+    // Player 1's pairs first, then player 2's, each exactly the hands of that player.
+    const std::vector<unsigned long long> pairs1 = masksWith(range1, OnePair);
+    const std::vector<unsigned long long> pairs2 = masksWith(range2, OnePair);
+    ASSERT_NE(pairs1.size(), pairs2.size());
+    EXPECT_EQ(hovers[0]->combinationsValue()->text(), QString::number(pairs1.size()));
+    EXPECT_EQ(hovers[1]->combinationsValue()->text(), QString::number(pairs2.size()));
+    EXPECT_TRUE(hoverShows(*hovers[0], rangeOfMasks(pairs1), flop, ""));
+    EXPECT_TRUE(hoverShows(*hovers[1], rangeOfMasks(pairs2), flop, ""));
+    EXPECT_FALSE(hoverShows(*hovers[0], rangeOfMasks(pairs2), flop, ""));
     tab.hide();
     EXPECT_TRUE(tab.shownHovers().empty());
 }

@@ -179,9 +179,16 @@ TEST_F(WinEvaluationTabTest, ShowsCalculatingUntilTheResultsArrive) {
 }
 
 TEST_F(WinEvaluationTabTest, RangeBoxSwapsWhoseHandsAreRated) {
+    // As the window does: a change of "Range:" runs its update with refresh.
+    QObject::connect(tab.rangeSelection(), QOverload<int>::of(&QComboBox::currentIndexChanged),
+                     &tab,
+                     [this] { tab.updateEvaluation("AK,QQ,AQ", "KQ", "Ks7d2c9h4s", "", true); });
     evaluate("AK,QQ,AQ", "KQ", "Ks7d2c9h4s");
     EXPECT_NE(captionOf(tab, highcard), nullptr);
+    const std::size_t before = tab.calculationsStarted();
     tab.rangeSelection()->setCurrentIndex(1);
+    // One change, one evaluation.
+    EXPECT_EQ(tab.calculationsStarted(), before + 1);
     ASSERT_TRUE(waitFor([this] { return !tab.isCalculating(); }));
     // KQ holds top pair, second kicker: it beats QQ and AQ and loses to AK.
     EXPECT_EQ(captionOf(tab, highcard), nullptr);

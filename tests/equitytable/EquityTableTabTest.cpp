@@ -18,9 +18,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMovie>
 #include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTextStream>
 #include <gtest/gtest.h>
 
@@ -41,11 +43,18 @@ protected:
     static void SetUpTestSuite() { initializeAllBoardsBeforeCalculation(); }
 
     void SetUp() override {
+        // The export dialog starts in the current folder: keep it away from the sources.
+        previousFolder = QDir::currentPath();
+        ASSERT_TRUE(folder.isValid());
+        QDir::setCurrent(folder.path());
         QSettings("Velmara", "Quorvane").remove("equityTableTab");
         tab.reset(new EquityTableTab);
         tab->setThreadPool(&pool);
     }
-    void TearDown() override { tab.reset(); }
+    void TearDown() override {
+        tab.reset();
+        QDir::setCurrent(previousFolder);
+    }
 
     // Runs one calculation to its end.
     void calculate(const std::string& p1, const std::string& p2, const std::string& board,
@@ -67,6 +76,8 @@ protected:
         return hands;
     }
 
+    QTemporaryDir folder;
+    QString previousFolder;
     ThreadPool pool;
     std::unique_ptr<EquityTableTab> tab;
 };
@@ -437,14 +448,14 @@ TEST_F(EquityTableTabTest, CsvHoldsEveryShownRowWithTheTablesNumbers) {
     QFile::remove(path);
     QString title;
     ModalAnswer answer([&](QWidget* modal) {
-        auto* dialog = qobject_cast<QFileDialog*>(modal);
-        ASSERT_NE(dialog, nullptr);
-        title = dialog->windowTitle();
-        dialog->selectFile(path);
-        static_cast<QDialog*>(dialog)->accept(); // QFileDialog::accept, virtual
+        if (qobject_cast<QFileDialog*>(modal) != nullptr) {
+            title = modal->windowTitle();
+        }
+        return saveAs(modal, path);
     });
     child<QPushButton>(*tab, "exportToCSVButton")->click();
     ASSERT_TRUE(answer.answered());
+    EXPECT_FALSE(answer.gaveUp());
     EXPECT_EQ(title, "Save As");
 
     QFile file(path);
@@ -483,14 +494,21 @@ TEST_F(EquityTableTabTest, CsvExportCancelledWritesNothing) {
     calculate("AA,KK", "QQ", "");
     const QString before = QDir::currentPath();
     int files = QDir(before).entryList(QDir::Files).size();
-    ModalAnswer answer([](QWidget* modal) {
+    QString offered;
+    ModalAnswer answer([&offered](QWidget* modal) {
         auto* dialog = qobject_cast<QFileDialog*>(modal);
-        ASSERT_NE(dialog, nullptr);
-        EXPECT_TRUE(dialog->selectedFiles().value(0).endsWith("/untitled.csv"));
-        dialog->reject();
+        if (dialog == nullptr) {
+            return false;
+        }
+        offered = dialog->selectedFiles().value(0);
+        QTimer::singleShot(0, dialog, &QFileDialog::reject);
+        return true;
     });
     tab->ExportTableToCSV();
     ASSERT_TRUE(answer.answered());
+    EXPECT_FALSE(answer.gaveUp());
+    // The dialog starts in the current folder with the name "untitled.csv".
+    EXPECT_EQ(offered, QDir::current().absoluteFilePath("untitled.csv"));
     EXPECT_EQ(QDir(before).entryList(QDir::Files).size(), files);
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
@@ -501,23 +519,21 @@ TEST_F(EquityTableTabTest, CsvExportToAnUnwritablePlaceWarns) {
     const QString path = "/proc/equity_table.csv";
     QString boxTitle;
     QString boxText;
-    std::unique_ptr<ModalAnswer> boxAnswer;
-    ModalAnswer answer([&](QWidget* modal) {
-        auto* dialog = qobject_cast<QFileDialog*>(modal);
-        ASSERT_NE(dialog, nullptr);
-        dialog->selectFile(path);
-        boxAnswer.reset(new ModalAnswer([&](QWidget* next) {
-            auto* box = qobject_cast<QMessageBox*>(next);
-            ASSERT_NE(box, nullptr);
-            boxTitle = box->windowTitle();
-            boxText = box->text();
-            box->accept();
-        }));
-        static_cast<QDialog*>(dialog)->accept(); // QFileDialog::accept, virtual
+    ModalAnswer answer([&path](QWidget* modal) { return saveAs(modal, path); });
+    ModalAnswer boxAnswer([&](QWidget* modal) {
+        auto* box = qobject_cast<QMessageBox*>(modal);
+        if (box == nullptr) {
+            return false;
+        }
+        boxTitle = box->windowTitle();
+        boxText = box->text();
+        QTimer::singleShot(0, box, &QMessageBox::accept);
+        return true;
     });
     tab->ExportTableToCSV();
     ASSERT_TRUE(answer.answered());
-    ASSERT_TRUE(boxAnswer && boxAnswer->answered());
+    ASSERT_TRUE(boxAnswer.answered());
+    EXPECT_FALSE(answer.gaveUp() || boxAnswer.gaveUp());
     EXPECT_EQ(boxTitle, "File could not be opened");
     EXPECT_EQ(boxText, "The file could not be opened for writing. Please make sure that it is "
                        "not opened by another program.");
@@ -609,12 +625,23 @@ TEST_F(EquityTableTabTest, StaleResultNeverReachesTheTable) {
 }
 
 TEST_F(EquityTableTabTest, LoadingLabelsWhileCalculating) {
+    calculate("AA,KK", "QQ", flop);
+    const auto before = tableRows(*tab);
+    ASSERT_EQ(before.size(), 2u);
     tab->updateInputs(hero, villain, flop, "");
     EXPECT_EQ(label("loadingLeftLabel"), "Calculating...&nbsp;");
-    EXPECT_NE(child<QLabel>(*tab, "loadingRightLabel")->movie(), nullptr);
+    QMovie* movie = child<QLabel>(*tab, "loadingRightLabel")->movie();
+    ASSERT_NE(movie, nullptr);
+    EXPECT_TRUE(movie->isValid());
+    EXPECT_EQ(movie->state(), QMovie::Running);
+    // Switching to single combinations waits for the result: the old table stays.
+    singular()->setChecked(true);
+    EXPECT_EQ(tableRows(*tab), before);
     ASSERT_TRUE(waitForResult(*tab));
     EXPECT_EQ(label("loadingLeftLabel"), "");
     EXPECT_EQ(child<QLabel>(*tab, "loadingRightLabel")->movie(), nullptr);
+    EXPECT_EQ(movie->state(), QMovie::NotRunning);
+    EXPECT_EQ(tableRows(*tab).size(), 54u); // the hero's combinations one by one
 }
 
 TEST_F(EquityTableTabTest, BadBoardTextIsExplainedWithoutCalculating) {

@@ -10,6 +10,8 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QElapsedTimer>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
@@ -119,43 +121,78 @@ inline bool waitForResult(EquityTableTab& tab, int timeoutMs = 30000) {
     return QTest::qWaitFor([&tab] { return !tab.isCalculating(); }, timeoutMs);
 }
 
-// Calls `handler` with the first modal widget that shows up within `limitMs` (from the
-// event loop, while the tab's own modal call runs). A modal still open after `limitMs`
-// without an answer is closed, and answered() stays false.
+// Answers the modal widget the tab opens, from the event loop while the tab's own modal call
+// runs. `handler` gets the active modal widget once it has been up for `settleMs` (a file
+// dialog fills its view asynchronously and may reset its selection meanwhile) and answers
+// whether it is done with it; false means "ask again at the next poll". A modal still open
+// after `limitMs` is closed, so that no test hangs on a dialog nobody expected.
 class ModalAnswer : public QObject {
 public:
-    ModalAnswer(std::function<void(QWidget*)> handler, int limitMs = 10000)
-        : handler(std::move(handler)), limitMs(limitMs) {
+    explicit ModalAnswer(std::function<bool(QWidget*)> handler, int limitMs = 10000,
+                         int settleMs = 300)
+        : handler(std::move(handler)), limitMs(limitMs), settleMs(settleMs) {
         connect(&timer, &QTimer::timeout, this, &ModalAnswer::poll);
         timer.start(20);
         clock.start();
     }
     bool answered() const { return done; }
+    bool gaveUp() const { return closedByForce; }
 
 private:
     void poll() {
         QWidget* modal = QApplication::activeModalWidget();
         if (clock.elapsed() > limitMs) {
-            // Never hang a test on a dialog nobody expected: close it and give up.
-            timer.stop();
             if (modal != nullptr) {
+                closedByForce = true;
                 modal->close();
+            } else {
+                timer.stop();
             }
             return;
         }
-        if (modal == nullptr) {
+        if (done || modal == nullptr) {
+            seen = nullptr;
             return;
         }
-        timer.stop();
-        done = true;
-        handler(modal);
+        if (modal != seen) {
+            seen = modal;
+            seenSince.start();
+            return;
+        }
+        if (seenSince.elapsed() >= settleMs && handler(modal)) {
+            done = true;
+        }
     }
 
-    std::function<void(QWidget*)> handler;
+    std::function<bool(QWidget*)> handler;
     int limitMs;
+    int settleMs;
     QTimer timer;
     QElapsedTimer clock;
+    QElapsedTimer seenSince;
+    QWidget* seen = nullptr;
     bool done = false;
+    bool closedByForce = false;
 };
+
+// A ModalAnswer handler for the save dialog: types `path` into its name field, as a user
+// would (selectFile() leaves a focused name field alone), and accepts from the event loop
+// once the dialog really holds the name.
+inline bool saveAs(QWidget* modal, const QString& path) {
+    auto* dialog = qobject_cast<QFileDialog*>(modal);
+    if (dialog == nullptr) {
+        return false;
+    }
+    auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    if (name == nullptr) {
+        return false;
+    }
+    name->setText(path);
+    if (dialog->selectedFiles().value(0) != path) {
+        return false;
+    }
+    QTimer::singleShot(0, dialog, [dialog] { static_cast<QDialog*>(dialog)->accept(); });
+    return true;
+}
 
 } // namespace EquityTableTestHelpers

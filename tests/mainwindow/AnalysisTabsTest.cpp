@@ -6,10 +6,13 @@
 #include "MainWindowDriver.h"
 
 #include "Range/GroupColor.h"
+#include "Range/HandRangeElementConversion.h"
 #include "Range/HandRangeStringManipulator.h"
 #include "Range/HandRangeStringReader.h"
 #include "Range/TreeRangeNode.h"
 #include "app/Quorvane.h"
+#include "handstrength/HandGroupSchemaPool.h"
+#include "handstrength/HandGroupSchemaSelection.h"
 #include "selection/BoardCardsWidget.h"
 #include "selection/HandRangeLine.h"
 #include "selection/HandSelectionDialog.h"
@@ -38,6 +41,13 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <ostream>
+
+// Readable failure messages for texts.
+inline void PrintTo(const QString& text, std::ostream* stream) {
+    *stream << '"' << text.toStdString() << '"';
+}
 
 namespace {
 
@@ -89,7 +99,8 @@ QString hitText(int count, unsigned long long total) {
 }
 
 // The number texts of the first bar of the row of `key`; empty without such a row.
-QStringList rowTexts(const BoardEvaluationTab& tab, const HandStrengthKey& key, std::size_t bar = 0) {
+QStringList rowTexts(const BoardEvaluationTab& tab, const HandStrengthKey& key,
+                     std::size_t bar = 0) {
     const BoardHitEvaluationTable::Row* row = tab.table()->rowOf(key);
     if (row == nullptr || row->bars.size() <= bar)
         return {};
@@ -159,8 +170,7 @@ TEST_F(AnalysisTabs, TypedInputsFillTheVisibleBoardHitsTab) {
     tab->rangeSelection()->setCurrentIndex(1);
     EXPECT_EQ(tab->selectedPlayer(), 2);
     const Hits pairs2 = hitsOf(onePair, technical(range2Text), "", flop);
-    EXPECT_EQ(rowTexts(*tab, onePair),
-              QStringList{hitText(pairs2.combinations1, pairs2.total)});
+    EXPECT_EQ(rowTexts(*tab, onePair), QStringList{hitText(pairs2.combinations1, pairs2.total)});
     EXPECT_NE(pairs2.combinations1, pairs.combinations1);
 }
 
@@ -180,12 +190,13 @@ TEST_F(AnalysisTabs, AbsolutePercentagesEvaluateAgainTheSameInputs) {
 TEST_F(AnalysisTabs, HiddenTabsHearNothingAndCatchUpWhenShown) {
     // The window opens on the graphs: the board tabs are hidden while the inputs are typed.
     ASSERT_EQ(ui->tabWidget->currentIndex(), 7);
+    const std::size_t boardHitsStarted = ui->boardHitsTab->calculationsStarted();
     typeInputs();
     EXPECT_TRUE(ui->boardHitsTab->lastRange1().empty());
     EXPECT_TRUE(ui->twoPlayerBoardHitsTab->lastRange1().empty());
     EXPECT_TRUE(ui->winEvaluationTab->lastRange1().empty());
     EXPECT_TRUE(ui->equityTableTab->getAllEvaluations().empty());
-    EXPECT_EQ(ui->boardHitsTab->calculationsStarted(), 0u);
+    EXPECT_EQ(ui->boardHitsTab->calculationsStarted(), boardHitsStarted);
 
     // Two Player Board Hits: both ranges with the removal of each other's cards.
     ui->tabWidget->setCurrentIndex(TwoPlayerBoardHits);
@@ -213,21 +224,23 @@ TEST_F(AnalysisTabs, HiddenTabsHearNothingAndCatchUpWhenShown) {
     EXPECT_EQ(win->lastRange1(), technical(range1Text));
     ASSERT_TRUE(MainWindowDriver::waitUntil([win] { return !win->isCalculating(); }, 60000));
     ASSERT_FALSE(win->results().empty());
-    ASSERT_TRUE(win->results()[0].has_value());
-    DetailWinEvaluations expected;
-    for (const DetailWinEvaluation& row : *win->results()[0])
-        expected.emplace_back(row.key, row.name);
-    volatile bool stop = false;
-    getDetailWinEvaluation(technical(range1Text), technical(range2Text), flop, "", expected,
-                           stop);
-    ASSERT_EQ(expected.size(), win->results()[0]->size());
     bool someShowdowns = false;
-    for (std::size_t index = 0; index < expected.size(); ++index) {
-        const DetailWinEvaluation& shown = (*win->results()[0])[index];
-        EXPECT_EQ(shown.wins, expected[index].wins) << index;
-        EXPECT_EQ(shown.ties, expected[index].ties) << index;
-        EXPECT_EQ(shown.losses, expected[index].losses) << index;
-        someShowdowns = someShowdowns || expected[index].wins > 0;
+    for (const std::optional<DetailWinEvaluations>& group : win->results()) {
+        ASSERT_TRUE(group.has_value());
+        DetailWinEvaluations expected;
+        for (const DetailWinEvaluation& row : *group)
+            expected.emplace_back(row.key, row.name);
+        volatile bool stop = false;
+        getDetailWinEvaluation(technical(range1Text), technical(range2Text), flop, "", expected,
+                               stop);
+        ASSERT_EQ(expected.size(), group->size());
+        for (std::size_t index = 0; index < expected.size(); ++index) {
+            const DetailWinEvaluation& shown = (*group)[index];
+            EXPECT_EQ(shown.wins, expected[index].wins) << shown.name;
+            EXPECT_EQ(shown.ties, expected[index].ties) << shown.name;
+            EXPECT_EQ(shown.losses, expected[index].losses) << shown.name;
+            someShowdowns = someShowdowns || expected[index].wins > 0;
+        }
     }
     EXPECT_TRUE(someShowdowns);
     ASSERT_FALSE(win->table()->rows().empty());
@@ -251,8 +264,22 @@ TEST_F(AnalysisTabs, TheTabsWorkOnTheWindowsPoolsOnceShown) {
     Ui::QuorvaneClass* secondUi = second.window().form();
     ASSERT_NE(second.window().handGroupSchemaPool().find("Mine"), nullptr);
     secondUi->tabWidget->setCurrentIndex(BoardHits);
-    QComboBox* schemas = reinterpret_cast<QComboBox*>(secondUi->boardHitsTab->schemaSelection());
+    QComboBox* schemas = secondUi->boardHitsTab->schemaSelection();
     EXPECT_GE(schemas->findText(QStringLiteral("Mine")), 0);
+}
+
+TEST_F(AnalysisTabs, TheSchemaPoolsAreSavedWhenTheWindowCloses) {
+    HandGroupSchemaData mine = *driver->window().handGroupSchemaPool().find("Standard");
+    mine.name = "Kept";
+    ASSERT_TRUE(driver->window().handGroupSchemaPool().add(mine));
+    HandGroupSchemaPool before;
+    before.load();
+    EXPECT_EQ(before.find("Kept"), nullptr);
+    ASSERT_TRUE(driver->window().close());
+    HandGroupSchemaPool after;
+    after.load();
+    EXPECT_NE(after.find("Kept"), nullptr);
+    EXPECT_NE(after.find("Standard"), nullptr);
 }
 
 TEST_F(AnalysisTabs, ARowsNewGroupOfferAddsAColouredGroupWithTheRowsHands) {
@@ -328,6 +355,25 @@ TEST_F(AnalysisTabs, ARowsOverwriteOfferReplacesTheOtherPlayersRange) {
     EXPECT_EQ(driver->equityLabel(1)->text(), QString::number(equity, 'f', 2) + " %");
 }
 
+TEST_F(AnalysisTabs, TheWinTabsRowsOfferTheirHandsToo) {
+    ui->tabWidget->setCurrentIndex(WinEvaluation);
+    typeInputs();
+    WinEvaluationTab* tab = ui->winEvaluationTab;
+    ASSERT_TRUE(MainWindowDriver::waitUntil([tab] { return !tab->isCalculating(); }, 60000));
+    const Range::HandRange offered = tab->rangeOfRow(onePair, 1);
+    ASSERT_EQ(offered.combinationCount(), 15u);
+    std::unique_ptr<QMenu> menu(tab->createContextMenu(onePair, &driver->window()));
+    QAction* overwrite = nullptr;
+    for (QAction* action : menu->actions()) {
+        if (action->text() == QStringLiteral("Overwrite Current Player1 Range/Group"))
+            overwrite = action;
+    }
+    ASSERT_NE(overwrite, nullptr);
+    overwrite->trigger();
+    EXPECT_EQ(masksOf(driver->window().player1Groups().handRange(0)), masksOf(offered));
+    EXPECT_EQ(tab->lastRange1(), Range::HandRangeStringReader(offered).technicalText());
+}
+
 TEST_F(AnalysisTabs, AGroupBeyondTheSixteenColoursIsRefusedWithAMessage) {
     Range::HandRange aces;
     Range::HandRangeStringManipulator(aces).setFree("AA");
@@ -351,28 +397,31 @@ TEST_F(AnalysisTabs, TheEquityTableFillsForTheCurrentInputs) {
     EquityTableTab* table = ui->equityTableTab;
     EXPECT_EQ(table->getThreadPool(), &driver->window().pool());
     ASSERT_TRUE(MainWindowDriver::waitUntil(
-        [table] { return !table->isCalculating() && !table->getAllEvaluations().empty(); },
-        60000));
-    volatile bool stop = false;
-    const WinEvaluationsByHand expected =
-        getWinEvaluationByHand(technical(range1Text), technical(range2Text), flop, "", stop);
-    const WinEvaluationsByHand& shown = table->getAllEvaluations();
-    ASSERT_EQ(shown.size(), expected.size());
-    for (std::size_t index = 0; index < expected.size(); ++index) {
-        EXPECT_EQ(shown[index].hand, expected[index].hand);
-        EXPECT_EQ(shown[index].wins, expected[index].wins) << shown[index].hand;
-        EXPECT_EQ(shown[index].ties, expected[index].ties) << shown[index].hand;
-        EXPECT_EQ(shown[index].total, expected[index].total) << shown[index].hand;
-    }
+        [table] { return !table->isCalculating() && !table->getAllEvaluations().empty(); }, 60000));
+    const auto expectEvaluatorsRecords = [table](const std::string& board) {
+        volatile bool stop = false;
+        const WinEvaluationsByHand expected =
+            getWinEvaluationByHand(technical(range1Text), technical(range2Text), board, "", stop);
+        const WinEvaluationsByHand& shown = table->getAllEvaluations();
+        ASSERT_EQ(shown.size(), expected.size());
+        for (std::size_t index = 0; index < expected.size(); ++index) {
+            EXPECT_EQ(shown[index].hand, expected[index].hand);
+            EXPECT_EQ(shown[index].wins, expected[index].wins) << shown[index].hand;
+            EXPECT_EQ(shown[index].ties, expected[index].ties) << shown[index].hand;
+            EXPECT_EQ(shown[index].total, expected[index].total) << shown[index].hand;
+        }
+    };
+    expectEvaluatorsRecords(flop);
     // AA (3 left), KK, QQ (6 each) and AKs (3 left) on Ah7d2c.
     EXPECT_EQ(table->getResultingCombinationCount(), 18);
 
-    // Visible, the table follows a new flop at once.
-    ui->boardCardsWidget->setBoard("Ks7d2c");
+    // Visible, the table follows a new flop at once: AA (6), KK, QQ (3 each), AKs (3).
+    ui->boardCardsWidget->setBoard("KsQd2c");
     driver->window().updateEquitiesAndTabs(false);
-    ASSERT_TRUE(MainWindowDriver::waitUntil(
-        [table] { return !table->isCalculating(); }, 60000));
-    EXPECT_EQ(table->getResultingCombinationCount(), 3 + 6 + 3 + 4 - 1 + 2);
+    EXPECT_TRUE(table->isCalculating());
+    ASSERT_TRUE(MainWindowDriver::waitUntil([table] { return !table->isCalculating(); }, 60000));
+    expectEvaluatorsRecords("KsQd2c");
+    EXPECT_EQ(table->getResultingCombinationCount(), 15);
 }
 
 TEST_F(AnalysisTabs, TheSelectButtonOpensTheDialogAndAnAcceptedRangeIsCalculated) {
@@ -394,7 +443,8 @@ TEST_F(AnalysisTabs, TheSelectButtonOpensTheDialogAndAnAcceptedRangeIsCalculated
     Range::HandRange tenPlus;
     Range::HandRangeStringManipulator(tenPlus).setFree("TT+,AK");
     EXPECT_EQ(masksOf(driver->window().player1Groups().handRange(0)), masksOf(tenPlus));
-    EXPECT_EQ(ui->player1Range->rangeLine()->text(), QStringLiteral("TT+,AK"));
+    EXPECT_EQ(ui->player1Range->rangeLine()->text().toStdString(),
+              Range::HandRangeStringReader(tenPlus).compactText());
     EXPECT_EQ(ui->player1Range->rangeLine()->handRange(),
               &driver->window().player1Groups().handRange(0));
     ASSERT_TRUE(driver->waitForEquity());
@@ -414,6 +464,7 @@ TEST_F(AnalysisTabs, ACancelledSelectionChangesNothing) {
     ASSERT_TRUE(driver->waitForEquity());
     const unsigned int id = driver->window().currentEquityHandle().getId();
     const QString titleBefore = driver->window().windowTitle();
+    const QString lineBefore = ui->player2Range->rangeLine()->text();
     QString title;
     onNextDialog<HandSelectionDialog>([&](HandSelectionDialog* dialog) {
         title = dialog->windowTitle();
@@ -423,10 +474,10 @@ TEST_F(AnalysisTabs, ACancelledSelectionChangesNothing) {
     });
     QTest::mouseClick(ui->selectPlayer2RangeButton, Qt::LeftButton);
     EXPECT_EQ(title, QStringLiteral("Select Player2 Range"));
-    EXPECT_EQ(ui->player2Range->rangeLine()->text(), range2Text);
-    EXPECT_EQ(Range::HandRangeStringReader(driver->window().player2Groups().handRange(0))
-                  .technicalText(),
-              technical(range2Text));
+    EXPECT_EQ(ui->player2Range->rangeLine()->text(), lineBefore);
+    EXPECT_EQ(
+        Range::HandRangeStringReader(driver->window().player2Groups().handRange(0)).technicalText(),
+        technical(range2Text));
     EXPECT_EQ(driver->window().currentEquityHandle().getId(), id);
     EXPECT_EQ(driver->window().windowTitle(), titleBefore);
 }
@@ -446,7 +497,11 @@ TEST_F(AnalysisTabs, DoubleClickOnTheLineOpensTheDialogWithItsGroups) {
     // Accepted unchanged: the tree is the same, and the line still shows the full range.
     EXPECT_EQ(driver->window().player1Groups().count(), 2u);
     EXPECT_EQ(driver->window().player1Groups().rangeNode(1)->name, "Kings");
-    EXPECT_EQ(ui->player1Range->rangeLine()->text(), range1Text);
+    EXPECT_EQ(
+        ui->player1Range->rangeLine()->text().toStdString(),
+        Range::HandRangeStringReader(driver->window().player1Groups().handRange(0)).compactText());
+    EXPECT_EQ(ui->player1Range->rangeLine()->handRange(),
+              &driver->window().player1Groups().handRange(0));
 }
 
 } // namespace

@@ -73,6 +73,27 @@ TEST(CardConversion, BadSuitsThrow) {
     EXPECT_EQ(runtimeErrorOf([] { charFromSuit(100); }), "Invalid suit value.");
 }
 
+TEST(CardConversion, ValueNumberOfAnswersLikeValueFromCharWithoutThrowing) {
+    for (int number = 0; number < 14; ++number)
+        EXPECT_EQ(valueNumberOf(valueCharacters[number]), number) << valueCharacters[number];
+    for (char bad : std::string("x1a0tkqjZ+- \x01"))
+        EXPECT_EQ(valueNumberOf(bad), -1) << int(bad);
+    EXPECT_EQ(valueNumberOf('\0'), -1);
+}
+
+TEST(CardConversion, SuitLanesFollowDiamondsHeartsSpadesClubs) {
+    EXPECT_EQ(suitLaneOf('d'), 0);
+    EXPECT_EQ(suitLaneOf('h'), 1);
+    EXPECT_EQ(suitLaneOf('s'), 2);
+    EXPECT_EQ(suitLaneOf('c'), 3);
+    // The lanes are the suit numbers of the four real suits, one lower.
+    for (char suit : std::string("dhsc"))
+        EXPECT_EQ(static_cast<unsigned int>(suitLaneOf(suit)) + 1, suitFromChar(suit)) << suit;
+    // The class characters and the wildcard have no lane.
+    for (char bad : std::string("ASOoxDHC1 \0", 11))
+        EXPECT_EQ(suitLaneOf(bad), -1) << int(bad);
+}
+
 TEST(CardConversion, CardTextIsValueThenSuit) {
     EXPECT_EQ(cardText(0, 1), "Ad");
     EXPECT_EQ(cardText(12, 4), "2c");
