@@ -4,12 +4,12 @@
 #include "Range/Tree.h"
 #include "Range/TreeRangeNode.h"
 #include "app/NoPaintFilter.h"
+#include "selection/HandSelectionTable.h"
 #include "selection/HoverFrame.h"
 
 #include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
-#include <QPainter>
 #include <QVBoxLayout>
 
 #include <cmath>
@@ -19,83 +19,6 @@ namespace {
 QString percentText(double fraction) {
     return QString::number(fraction * 100.0, 'f', 2) + QStringLiteral(" %");
 }
-
-// The read-only 13 by 13 table of the hover: aces top left, pairs on the diagonal, suited
-// classes above it, offsuit below. A cell is filled in proportion to the share of its
-// combinations the range holds.
-class RangeTablePicture : public QWidget {
-public:
-    static constexpr int cell = 21;
-
-    RangeTablePicture(const Range::HandRange& range, QWidget* parent)
-        : QWidget(parent), counts(13 * 13, 0), possible(13 * 13, 0) {
-        setObjectName(QStringLiteral("hoverTable"));
-        setFixedSize(13 * cell + 1, 13 * cell + 1);
-        for (const Range::Element& element : range) {
-            // Value bits: bit 12 the ace. Rows and columns run from the ace (0) down.
-            int high = -1;
-            int low = -1;
-            for (int bit = 12; bit >= 0; --bit) {
-                if (!(element.values & (1u << bit)))
-                    continue;
-                if (high < 0)
-                    high = 12 - bit;
-                else
-                    low = 12 - bit;
-            }
-            if (high < 0)
-                continue;
-            if (low < 0)
-                low = high;
-            const int row = element.suited ? high : low;
-            const int column = element.suited ? low : high;
-            counts[row * 13 + column] = Range::suitBitCount(element.suits);
-            possible[row * 13 + column] = Range::suitBitCount(element.possibleSuits);
-        }
-    }
-
-    bool showSuits = false;
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        static const char* const values = "AKQJT98765432";
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing, false);
-        QFont font = painter.font();
-        font.setPixelSize(showSuits ? 8 : 9);
-        painter.setFont(font);
-        for (int row = 0; row < 13; ++row) {
-            for (int column = 0; column < 13; ++column) {
-                const QRect box(column * cell, row * cell, cell, cell);
-                const int held = counts[row * 13 + column];
-                const int all = possible[row * 13 + column];
-                const bool pair = row == column;
-                painter.fillRect(box, pair ? QColor(0xee, 0xf1, 0xf4) : QColor(0xfb, 0xfc, 0xfd));
-                if (held > 0 && all > 0) {
-                    QRect filled = box;
-                    if (held < all)
-                        filled.setTop(box.bottom() + 1 - box.height() * held / all);
-                    painter.fillRect(filled, QColor(0x17, 0x80, 0x8f));
-                }
-                painter.setPen(QColor(0xd5, 0xdb, 0xdf));
-                painter.drawRect(box);
-                QString text = QString(QChar(values[std::min(row, column)])) +
-                               QChar(values[std::max(row, column)]);
-                if (!pair)
-                    text += row < column ? QStringLiteral("s") : QStringLiteral("o");
-                if (showSuits && held > 0)
-                    text += QStringLiteral("\n") + QString::number(held);
-                painter.setPen(held == all && held > 0 ? QColor(Qt::white)
-                                                       : QColor(0x5b, 0x64, 0x70));
-                painter.drawText(box, Qt::AlignCenter, text);
-            }
-        }
-    }
-
-private:
-    std::vector<int> counts;
-    std::vector<int> possible;
-};
 
 QLabel* caption(const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
@@ -114,10 +37,11 @@ QLabel* value(const char* name, QWidget* parent) {
 
 HandRangeHover::HandRangeHover(const Range::HandRange& range, const std::string& board,
                                const std::vector<unsigned long long>& deadCards, QWidget* parent)
-    : QWidget(parent, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint) {
-    build(range);
-    std::vector<unsigned long long> cards = Range::cardsOfText(board);
-    cards.insert(cards.end(), deadCards.begin(), deadCards.end());
+    : QWidget(parent, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
+      shown(range), deadCards(Range::cardsOfText(board)) {
+    this->deadCards.insert(this->deadCards.end(), deadCards.begin(), deadCards.end());
+    build();
+    const std::vector<unsigned long long>& cards = this->deadCards;
     const unsigned int alive = aliveCombinations(range, cards, {});
     combinations->setText(QString::number(range.combinationCount()));
     combinationsDiscounted->setText(QString::number(alive));
@@ -129,11 +53,12 @@ HandRangeHover::HandRangeHover(const Range::HandRange& range, const std::string&
 HandRangeHover::HandRangeHover(const Range::Tree& groups, unsigned int group,
                                const std::string& board,
                                const std::vector<unsigned long long>& deadCards, QWidget* parent)
-    : QWidget(parent, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint) {
+    : QWidget(parent, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
+      shown(groups.handRange(group)), deadCards(Range::cardsOfText(board)) {
+    this->deadCards.insert(this->deadCards.end(), deadCards.begin(), deadCards.end());
     const Range::HandRange& range = groups.handRange(group);
-    build(range);
-    std::vector<unsigned long long> cards = Range::cardsOfText(board);
-    cards.insert(cards.end(), deadCards.begin(), deadCards.end());
+    build();
+    const std::vector<unsigned long long>& cards = this->deadCards;
 
     const auto aliveOf = [&groups, &cards](unsigned int index) {
         std::vector<const Range::HandRange*> others;
@@ -162,7 +87,7 @@ HandRangeHover::HandRangeHover(const Range::Tree& groups, unsigned int group,
             : percentText(static_cast<float>(alive) / static_cast<float>(parentAlive)));
 }
 
-void HandRangeHover::build(const Range::HandRange& range) {
+void HandRangeHover::build() {
     QWidget* wrapper = buildHoverFrame(this, QStringLiteral("HandRangeHover"),
                                        QStringLiteral("#hoverCaption { color: #5b6470; }"
                                                       "QLabel { background: transparent; "
@@ -209,7 +134,13 @@ void HandRangeHover::build(const Range::HandRange& range) {
     }
     layout->addLayout(numbers);
 
-    table = new RangeTablePicture(range, wrapper);
+    // The hover owns the copy the table points to; read-only, so it stays what was passed.
+    table = new HandSelectionTable(wrapper);
+    table->setReadOnly(true);
+    table->setSuitHoverEnabled(false);
+    table->setAcceptDrops(false);
+    table->setDeadCards(deadCards);
+    table->setRange(&shown);
     layout->addWidget(table, 0, Qt::AlignHCenter);
     noPaint = new Utils::UI::NoPaintFilter(this);
     adjustSize();
@@ -222,12 +153,11 @@ void HandRangeHover::hideParentRows() {
 }
 
 void HandRangeHover::setShowSuits(bool showSuits) {
-    static_cast<RangeTablePicture*>(table)->showSuits = showSuits;
-    table->update();
+    table->setSuitHoverEnabled(showSuits);
 }
 
 bool HandRangeHover::showsSuits() const {
-    return static_cast<RangeTablePicture*>(table)->showSuits;
+    return table->isSuitHoverEnabled();
 }
 
 unsigned int HandRangeHover::aliveCombinations(const Range::HandRange& range,

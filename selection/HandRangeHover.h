@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+class HandSelectionTable;
 class QLabel;
 
 namespace Range {
@@ -19,9 +20,13 @@ class NoPaintFilter;
 } // namespace Utils
 
 // The floating tip beside a range line: the range's numbers, plain and discounted by the
-// board, the dead cards and the other groups, above a read-only picture of the 13 by 13
-// hand table. A frameless tool tip window with a translucent ground; the owner places it,
-// shows it, and closes it (it is usually set to delete itself on close).
+// board, the dead cards and the other groups, above the range in a read-only
+// HandSelectionTable, the grid of the hand selection dialog (431 by 431 pixels, board and
+// dead cards set as its dead cards, so cells count live combinations and classes the board
+// kills entirely are greyed). A frameless tool tip window with a translucent ground; the
+// owner places it, shows it, and closes it (it is usually set to delete itself on close).
+// The hover shows a copy of the range taken at construction: it never edits nor follows the
+// caller's range, which may go away while the hover is still open.
 //
 // Numbers ("alive" = combinations that remain after the board, the dead cards and, for a
 // group, the combinations of its sibling groups):
@@ -41,9 +46,16 @@ public:
     HandRangeHover(const Range::Tree& groups, unsigned int group, const std::string& board,
                    const std::vector<unsigned long long>& deadCards, QWidget* parent = nullptr);
 
-    // With suits the table shows each class's number of combinations.
+    // With suits, a mouse resting on a cell of the table opens the table's suit hover with
+    // the cell's suit combinations; without (the default) it opens nothing.
     void setShowSuits(bool showSuits);
     bool showsSuits() const;
+
+    // What the table shows: the range (for a group, the group's range), and the board and
+    // dead cards as card masks, the board's cards first.
+    const Range::HandRange& shownRange() const { return shown; }
+    const std::vector<unsigned long long>& shownDeadCards() const { return deadCards; }
+    const HandSelectionTable* handTable() const { return table; }
 
     // The value labels, for those who show or check them.
     QLabel* combinationsValue() const { return combinations; }
@@ -69,7 +81,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    void build(const Range::HandRange& range);
+    void build();
     void hideParentRows();
 
     QLabel* combinations = nullptr;
@@ -79,7 +91,9 @@ private:
     QLabel* parentPortion = nullptr;
     QLabel* parentPortionDiscounted = nullptr;
     std::vector<QLabel*> parentRowLabels;
-    QWidget* table = nullptr;
+    Range::HandRange shown;
+    std::vector<unsigned long long> deadCards;
+    HandSelectionTable* table = nullptr;
     Utils::UI::NoPaintFilter* noPaint = nullptr;
     bool parentRowsShown = true;
 };

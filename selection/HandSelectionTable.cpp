@@ -160,6 +160,14 @@ void HandSelectionTable::setDeadCards(const std::vector<unsigned long long>& car
     repaint();
 }
 
+void HandSelectionTable::setSuitHoverEnabled(bool enabled) {
+    suitHoverEnabled = enabled;
+    if (!enabled) {
+        timer.stop();
+        hideHover();
+    }
+}
+
 void HandSelectionTable::AssignPen(unsigned short suitPen) {
     pen = suitPen;
 }
@@ -418,7 +426,7 @@ void HandSelectionTable::mouseMoveEvent(QMouseEvent* event) {
         applyStroke(event);
         return;
     }
-    if (rect().contains(event->pos()) && !readOnly && range) {
+    if (rect().contains(event->pos()) && suitHoverEnabled && range) {
         mouseInside = true;
         hideHover();
         hoverAt = event->pos();
@@ -458,7 +466,7 @@ void HandSelectionTable::hideHover() {
 }
 
 void HandSelectionTable::onHoverTimeout() {
-    if (!range || readOnly || !mouseInside || hover->isVisible())
+    if (!range || !suitHoverEnabled || !mouseInside || hover->isVisible())
         return;
     if (!rect().contains(hoverAt))
         return;

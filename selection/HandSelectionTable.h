@@ -85,8 +85,13 @@ public:
     // Board and dead cards as card masks; their combinations are not counted. Redraws all.
     void setDeadCards(const std::vector<unsigned long long>& cards);
     const std::vector<unsigned long long>& deadCardMasks() const { return deadCards; }
+    // Read-only: the mouse changes nothing (no strokes, no signals of them).
     void setReadOnly(bool readOnly) { this->readOnly = readOnly; }
     bool isReadOnly() const { return readOnly; }
+    // Whether a resting mouse opens the suit hover of the cell below it (default on). It
+    // changes nothing, so it is independent of read-only; switching it off hides an open one.
+    void setSuitHoverEnabled(bool enabled);
+    bool isSuitHoverEnabled() const { return suitHoverEnabled; }
     bool unselectsWithRightButton() const { return unselectWithRightButton; }
     void setUnselectWithRightButton(bool unselect) { unselectWithRightButton = unselect; }
     // Reads "unselectCardWithRightButton" of the settings group "optionmenu" (default true).
@@ -166,6 +171,7 @@ private:
     bool dragEnded = true;
     bool strokeSelects = false;
     bool readOnly = false;
+    bool suitHoverEnabled = true;
     // The present stroke was begun by a button that does nothing.
     bool strokeIgnored = false;
     bool strokeChanged = false;

@@ -178,11 +178,16 @@ EquityTableTab::EquityTableTab(QWidget* parent)
     ui->showCombinationsFlag->setEnabled(false);
 
     QTableWidget* table = ui->specificEquityHandsTable;
-    // Number columns take what their header and values need, so no header is ever cut; the
-    // hand column takes the rest.
-    table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
-    table->horizontalHeader()->setStretchLastSection(false);
+    // The two columns with long headers keep their header's width, so no header is ever cut;
+    // the others share what is left. Sized once here: sizing to the contents would measure
+    // all 1326 rows on every fill.
+    QHeaderView* header = table->horizontalHeader();
+    header->setStretchLastSection(false);
+    header->setSectionResizeMode(QHeaderView::Stretch);
+    for (int column : {CombinationsColumn, RangeShareColumn}) {
+        header->setSectionResizeMode(column, QHeaderView::Fixed);
+        table->setColumnWidth(column, header->sectionSizeHint(column));
+    }
     table->horizontalHeader()->setSortIndicator(EquityColumn, Qt::DescendingOrder);
     table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 6);
 

@@ -2,6 +2,7 @@
 
 #include "Range/HandRangeElementConversion.h"
 #include "selection/HandRangeHover.h"
+#include "selection/HandSelectionTable.h"
 #include "tabs/BoardEvaluationTab.h"
 #include "tabs/BoardHitEvaluationTable.h"
 #include "tabs/BoardHitsBar.h"
@@ -17,7 +18,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
+#include <sstream>
 
 namespace {
 
@@ -125,8 +128,72 @@ Range::HandRange rangeOfMasks(const std::vector<unsigned long long>& masks) {
     return range;
 }
 
+namespace {
+
+// Single-card bits of a list of card masks, sorted: the dead cards as a set.
+std::vector<unsigned long long> cardSet(const std::vector<unsigned long long>& masks) {
+    std::vector<unsigned long long> cards;
+    for (unsigned long long mask : masks)
+        for (unsigned long long rest = mask; rest != 0; rest &= rest - 1)
+            cards.push_back(rest & (~rest + 1));
+    std::sort(cards.begin(), cards.end());
+    cards.erase(std::unique(cards.begin(), cards.end()), cards.end());
+    return cards;
+}
+
+// Two-card hands as "AdKd AhKh".
+std::string handsText(const std::vector<unsigned long long>& hands) {
+    std::string text;
+    for (unsigned long long hand : hands)
+        text += (text.empty() ? "" : " ") + Range::elementToText(Range::elementOfHand(hand));
+    return text.empty() ? "(none)" : text;
+}
+
+// One-bit card masks, in hexadecimal.
+std::string cardsText(const std::vector<unsigned long long>& cards) {
+    std::ostringstream text;
+    text << std::hex;
+    for (unsigned long long card : cards)
+        text << "0x" << card << ' ';
+    return cards.empty() ? "(none)" : text.str();
+}
+
+// Hands of `of` that `without` lacks.
+std::vector<unsigned long long> missing(const std::vector<unsigned long long>& of,
+                                        const std::vector<unsigned long long>& without) {
+    std::vector<unsigned long long> result;
+    std::set_difference(of.begin(), of.end(), without.begin(), without.end(),
+                        std::back_inserter(result));
+    return result;
+}
+
+} // namespace
+
 ::testing::AssertionResult hoverShows(HandRangeHover& hover, const Range::HandRange& range,
                                       const std::string& board, const std::string& deadCards) {
+    // The hands, suit for suit, of the range the hover's table shows.
+    const std::vector<unsigned long long> shown = masksOf(hover.shownRange());
+    const std::vector<unsigned long long> expected = masksOf(range);
+    if (shown != expected)
+        return ::testing::AssertionFailure()
+               << "the table shows " << shown.size() << " hands, expected " << expected.size()
+               << "; not expected: " << handsText(missing(shown, expected))
+               << "; missing: " << handsText(missing(expected, shown));
+    const HandSelectionTable* table = hover.handTable();
+    if (table == nullptr || table->handRange() != &hover.shownRange())
+        return ::testing::AssertionFailure() << "the table does not show the hover's range";
+    if (!table->isReadOnly())
+        return ::testing::AssertionFailure() << "the table is editable";
+    std::vector<unsigned long long> dead = Range::cardsOfText(board);
+    for (unsigned long long card : Range::cardsOfText(deadCards))
+        dead.push_back(card);
+    if (cardSet(table->deadCardMasks()) != cardSet(dead) ||
+        cardSet(hover.shownDeadCards()) != cardSet(dead))
+        return ::testing::AssertionFailure()
+               << "the table's dead cards are " << cardsText(cardSet(table->deadCardMasks()))
+               << ", expected " << cardsText(cardSet(dead));
+
+    // The numbers, against a hover of the expected range made beside it.
     HandRangeHover reference(range, board, Range::cardsOfText(deadCards), hover.parentWidget());
     reference.setShowSuits(hover.showsSuits());
     // Shown as the tab shows its hovers, so that both are polished and laid out alike.
@@ -154,10 +221,8 @@ Range::HandRange rangeOfMasks(const std::vector<unsigned long long>& masks) {
         return ::testing::AssertionFailure()
                << "size " << hover.width() << "x" << hover.height() << ", expected "
                << reference.width() << "x" << reference.height();
-    const QImage shown = hover.grab().toImage();
-    const QImage expected = reference.grab().toImage();
-    if (shown != expected)
-        return ::testing::AssertionFailure() << "the hand table pictures differ";
+    if (hover.grab().toImage() != reference.grab().toImage())
+        return ::testing::AssertionFailure() << "the pictures differ";
     return ::testing::AssertionSuccess();
 }
 

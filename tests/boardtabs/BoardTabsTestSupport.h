@@ -46,10 +46,11 @@ std::vector<unsigned long long> masksOf(const Range::HandRange& range);
 // The range holding exactly the hands of `masks` (two-bit card masks).
 Range::HandRange rangeOfMasks(const std::vector<unsigned long long>& masks);
 
-// Whether `hover` shows what the range hover of `range` with `board` and `deadCards`
-// (card texts) shows: the same numbers, the same parent rows and, pixel for pixel, the same
-// picture. The reference is made beside `hover`, under the same parent, so that both are
-// styled alike.
+// Whether `hover` shows `range` with `board` and `deadCards` (card texts): its read-only
+// table holds exactly the hands of `range`, suit for suit, with the board and dead cards as
+// its dead cards; and it shows what a hover made of `range` shows: the same numbers, the
+// same parent rows and, pixel for pixel, the same picture. That reference is made beside
+// `hover`, under the same parent, so that both are styled alike.
 ::testing::AssertionResult hoverShows(HandRangeHover& hover, const Range::HandRange& range,
                                       const std::string& board, const std::string& deadCards);
 

@@ -240,6 +240,41 @@ TEST_F(TableFixture, ReadOnlyTableIgnoresTheMouse) {
     EXPECT_EQ(released.count(), 0);
 }
 
+TEST_F(TableFixture, TheSuitHoverIsAnOptionOfItsOwnBesideReadOnly) {
+    Range::HandRangeStringManipulator(range).setFree("AhKh");
+    table.setRange(&range);
+    table.show();
+    EXPECT_TRUE(table.isSuitHoverEnabled());
+
+    // Switched off on an editable table: a resting mouse starts nothing, strokes still work.
+    table.setSuitHoverEnabled(false);
+    move(&table, centreOf("AKs"), Qt::NoButton);
+    EXPECT_FALSE(table.hoverTimer()->isActive());
+    table.onHoverTimeout();
+    EXPECT_FALSE(table.suitHover()->isVisible());
+    stroke(&table, {"QQ"});
+    EXPECT_EQ(range.combinationCount(), 7u);
+
+    // Read-only with the suit hover on: the hover opens, the range stays as it is.
+    table.setReadOnly(true);
+    table.setSuitHoverEnabled(true);
+    move(&table, centreOf("AKs"), Qt::NoButton);
+    EXPECT_TRUE(table.hoverTimer()->isActive());
+    table.onHoverTimeout();
+    ASSERT_TRUE(table.suitHover()->isVisible());
+    EXPECT_EQ(table.suitHover()->cells()[5].look, SuitSelectionTable::CellLook::Selected);
+    stroke(&table, {"AKs", "JJ"});
+    EXPECT_EQ(range.combinationCount(), 7u);
+
+    // Switching it off closes an open one.
+    move(&table, centreOf("AKs"), Qt::NoButton);
+    table.onHoverTimeout();
+    ASSERT_TRUE(table.suitHover()->isVisible());
+    table.setSuitHoverEnabled(false);
+    EXPECT_FALSE(table.suitHover()->isVisible());
+    EXPECT_FALSE(table.hoverTimer()->isActive());
+}
+
 TEST_F(TableFixture, CellsArePaintedByKindAndSelection) {
     Range::HandRangeStringManipulator(range).setFree("AKs");
     table.setRange(&range);

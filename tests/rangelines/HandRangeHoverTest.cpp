@@ -1,19 +1,27 @@
-// HandRangeHover: the numbers, plain and discounted, the hidden parent rows, and where the
-// line places it.
+// HandRangeHover: the numbers, plain and discounted, the hidden parent rows, the read-only
+// hand table below them, and where the line places it.
 
 #include "selection/HandRangeHover.h"
+#include "Range/HandRangeElementConversion.h"
 #include "Range/HandRangeStringManipulator.h"
 #include "Range/Tree.h"
 #include "Range/TreeRangeNode.h"
 #include "selection/HandRangeLine.h"
+#include "selection/HandSelectionTable.h"
+#include "selection/SuitHover.h"
 
 #include <QApplication>
 #include <QHoverEvent>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QScreen>
+#include <QSignalSpy>
 #include <QTest>
 #include <VelmaraEvaluatorBase.h>
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -85,12 +93,171 @@ TEST(HandRangeHover, AParentWithoutCombinationsHidesTheParentRowsWithoutMovingTh
     EXPECT_TRUE(anyPixelPainted(render(*shown)));
 }
 
-TEST(HandRangeHover, ShowsSuitsOnRequest) {
+// Every hand of a range as a two-bit card mask, sorted.
+std::vector<unsigned long long> handsOf(const Range::HandRange& range) {
+    std::vector<unsigned long long> hands;
+    for (const Range::Element& element : range)
+        Range::handsOfElement(element.values, element.suits, hands);
+    std::sort(hands.begin(), hands.end());
+    return hands;
+}
+
+void send(QWidget* widget, QEvent::Type type, const QPoint& position, Qt::MouseButton button,
+          Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QMouseEvent event(type, position, widget->mapToGlobal(position), button, buttons, modifiers);
+    QApplication::sendEvent(widget, &event);
+}
+
+// The cell of a class text ("AKs") in the table's grid.
+QPoint cellCentre(const QString& text) {
+    for (int row = 0; row < 13; ++row)
+        for (int column = 0; column < 13; ++column)
+            if (HandSelectionTable::cellText(column, row) == text)
+                return HandSelectionTable::cellRect(column, row).center();
+    return QPoint(-1, -1);
+}
+
+TEST(HandRangeHover, ShowsTheRangeInAReadOnlyHandSelectionTable) {
     Range::HandRange range;
+    Range::HandRangeStringManipulator(range).setFree("AA,KQs,AhKd");
+    HandRangeHover hover(range, "Ah7d2c", {getIndexByCards("Ks")});
+
+    const QList<HandSelectionTable*> tables = hover.findChildren<HandSelectionTable*>();
+    ASSERT_EQ(tables.size(), 1);
+    const HandSelectionTable* table = tables.front();
+    EXPECT_EQ(table, hover.handTable());
+    EXPECT_TRUE(table->isReadOnly());
+    EXPECT_EQ(table->size(), QSize(431, 431));
+    EXPECT_EQ(table->picture().size(), QSize(430, 430));
+    // It shows the hover's own copy, hand for hand.
+    EXPECT_EQ(table->handRange(), &hover.shownRange());
+    EXPECT_NE(&hover.shownRange(), &range);
+    EXPECT_EQ(handsOf(hover.shownRange()), handsOf(range));
+    EXPECT_EQ(handsOf(hover.shownRange()).size(), 11u);
+    // No picture of its own beside the table: the numbers and the table are all there is.
+    EXPECT_TRUE(hover.findChildren<QLabel*>(QStringLiteral("hoverTable")).isEmpty());
+}
+
+TEST(HandRangeHover, TheTableCountsAgainstTheBoardAndTheDeadCards) {
+    Range::HandRange range;
+    Range::HandRangeStringManipulator(range).setFree("AA,KQs,72o");
+    HandRangeHover hover(range, "Ah7d2c", {getIndexByCards("Ks")});
+    const HandSelectionTable* table = hover.handTable();
+    ASSERT_NE(table, nullptr);
+    const std::vector<unsigned long long> dead = {getIndexByCards("Ah"), getIndexByCards("7d"),
+                                                  getIndexByCards("2c"), getIndexByCards("Ks")};
+    EXPECT_EQ(hover.shownDeadCards(), dead);
+    EXPECT_EQ(table->deadCardMasks(), dead);
+    // AA: 3 of 6 left without the Ah; KQs: 3 of 4 without KsQs; 72o: with the 7d and the 2c
+    // gone, 3 sevens by 3 deuces less the two suited ones (7h2h, 7s2s) = 7.
+    EXPECT_EQ(table->liveCount(0, 0), 3u);
+    EXPECT_EQ(table->liveCount(2, 1), 3u);
+    EXPECT_EQ(table->liveCount(7, 12), 7u);
+    EXPECT_TRUE(table->showsCount(0, 0));
+    EXPECT_FALSE(table->showsCount(1, 1));
+    EXPECT_EQ(table->cellBackground(0, 0), HandSelectionTable::SelectedBackground);
+    EXPECT_EQ(table->cellBackground(1, 1), HandSelectionTable::UnselectedPair);
+}
+
+TEST(HandRangeHover, AClassTheBoardKillsEntirelyIsGreyedAndReadsZeroWhenHeld) {
+    Range::HandRange range;
+    Range::HandRangeStringManipulator(range).setFree("AKs");
+    // The board holds all four aces: every ace hand is dead.
+    HandRangeHover hover(range, "AhAdAsAc", {});
+    const HandSelectionTable* table = hover.handTable();
+    ASSERT_NE(table, nullptr);
+    EXPECT_EQ(table->cellBackground(2, 0), HandSelectionTable::NotAvailable); // AQs
+    EXPECT_EQ(table->cellBackground(1, 0), HandSelectionTable::SelectedBackground);
+    EXPECT_EQ(table->liveCount(1, 0), 0u);
+    EXPECT_EQ(hover.combinationsValue()->text(), QStringLiteral("4"));
+    EXPECT_EQ(hover.combinationsDiscountedValue()->text(), QStringLiteral("0"));
+}
+
+TEST(HandRangeHover, AGroupHoverShowsTheGroupsRange) {
+    Range::Tree tree;
+    tree.addRange(Range::Tree::noNode, "Parent", false, Range::GroupColor());
+    Range::HandRangeStringManipulator(tree.handRange(0)).setFree("AA,KK,QQ");
+    Range::TreeRangeNode* value = tree.addRange(0, "Value", false, Range::GroupColor());
+    Range::HandRangeStringManipulator(value->handRange).setFree("AA,KhKs");
+    HandRangeHover hover(tree, 1, "Ah", {});
+    EXPECT_EQ(handsOf(hover.shownRange()), handsOf(tree.handRange(1)));
+    EXPECT_EQ(handsOf(hover.shownRange()).size(), 7u);
+    EXPECT_EQ(hover.handTable()->handRange(), &hover.shownRange());
+    EXPECT_EQ(hover.shownDeadCards(), std::vector<unsigned long long>{getIndexByCards("Ah")});
+}
+
+TEST(HandRangeHover, TheMouseChangesNothingInTheTable) {
+    Range::HandRange range;
+    Range::HandRangeStringManipulator(range).setFree("AA");
     HandRangeHover hover(range, "", {});
+    auto* table = hover.findChild<HandSelectionTable*>();
+    ASSERT_NE(table, nullptr);
+    const std::vector<unsigned long long> before = handsOf(hover.shownRange());
+    const QImage picture = table->picture().toImage();
+    QSignalSpy changed(table, &HandSelectionTable::RangeChanged);
+    QSignalSpy released(table, &HandSelectionTable::mouseReleased);
+    for (const QString& cell : {QStringLiteral("AA"), QStringLiteral("KQs")}) {
+        for (Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton}) {
+            send(table, QEvent::MouseButtonPress, cellCentre(cell), button, button);
+            send(table, QEvent::MouseMove, cellCentre(cell) + QPoint(2, 2), Qt::NoButton, button);
+            send(table, QEvent::MouseButtonRelease, cellCentre(cell), button, Qt::NoButton);
+        }
+    }
+    const QPoint eights = cellCentre(QStringLiteral("88"));
+    send(table, QEvent::MouseButtonPress, eights, Qt::LeftButton, Qt::LeftButton,
+         Qt::ShiftModifier | Qt::ControlModifier);
+    send(table, QEvent::MouseButtonRelease, eights, Qt::LeftButton, Qt::NoButton);
+    EXPECT_EQ(handsOf(hover.shownRange()), before);
+    EXPECT_EQ(handsOf(range), before);
+    EXPECT_EQ(changed.count(), 0);
+    EXPECT_EQ(released.count(), 0);
+    EXPECT_EQ(table->picture().toImage(), picture);
+    // Nor does it take drops of tree ranges, which would ask an owner to edit.
+    EXPECT_FALSE(table->acceptDrops());
+}
+
+TEST(HandRangeHover, KeepsItsCopyWhenTheCallersRangeChangesOrGoesAway) {
+    auto range = std::make_unique<Range::HandRange>();
+    Range::HandRangeStringManipulator(*range).setFree("AA");
+    HandRangeHover hover(*range, "", {});
+    Range::HandRangeStringManipulator(*range).setFree("KK,QQ");
+    range.reset();
+    EXPECT_EQ(handsOf(hover.shownRange()).size(), 6u);
+    EXPECT_TRUE(hover.handTable()->showsCount(0, 0));
+    EXPECT_FALSE(hover.handTable()->showsCount(1, 1));
+}
+
+TEST(HandRangeHover, ShowsSuitsOnRequestThroughTheTablesSuitHover) {
+    Range::HandRange range;
+    Range::HandRangeStringManipulator(range).setFree("AKs");
+    HandRangeHover hover(range, "", {});
+    auto* table = hover.findChild<HandSelectionTable*>();
+    ASSERT_NE(table, nullptr);
     EXPECT_FALSE(hover.showsSuits());
+    EXPECT_FALSE(table->isSuitHoverEnabled());
+    hover.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&hover));
+    const QPoint aks = cellCentre(QStringLiteral("AKs"));
+
+    // Off: a resting mouse opens nothing.
+    send(table, QEvent::MouseMove, aks, Qt::NoButton, Qt::NoButton);
+    EXPECT_FALSE(table->hoverTimer()->isActive());
+    table->onHoverTimeout();
+    EXPECT_FALSE(table->suitHover()->isVisible());
+
+    // On: the cell's suit hover opens, still without touching the range.
     hover.setShowSuits(true);
     EXPECT_TRUE(hover.showsSuits());
+    EXPECT_TRUE(table->isSuitHoverEnabled());
+    send(table, QEvent::MouseMove, aks + QPoint(1, 0), Qt::NoButton, Qt::NoButton);
+    EXPECT_TRUE(table->hoverTimer()->isActive());
+    table->onHoverTimeout();
+    EXPECT_TRUE(table->suitHover()->isVisible());
+    EXPECT_EQ(handsOf(hover.shownRange()), handsOf(range));
+
+    // Off again: an open one closes.
+    hover.setShowSuits(false);
+    EXPECT_FALSE(table->suitHover()->isVisible());
 }
 
 class HoverPlacement : public ::testing::Test {
@@ -117,7 +284,16 @@ TEST_F(HoverPlacement, OpensBesideThePointerAndClosesOnLeaving) {
     ASSERT_NE(line->currentHover(), nullptr);
     const QPoint mouse = line->mapToGlobal(QPoint(20, 15));
     EXPECT_EQ(line->currentHover()->pos().x(), mouse.x() + 10);
-    EXPECT_EQ(line->currentHover()->pos().y(), line->mapToGlobal(QPoint(0, 30)).y() - 11);
+    // 11 above the line's bottom edge when it fits below; the hover holds the full hand
+    // table, so on a small screen it is moved up by half its height while it crosses the
+    // bottom and its top is below the screen's top, at most twice.
+    const int height = line->currentHover()->height();
+    const int bottom = QGuiApplication::primaryScreen()->geometry().bottom();
+    int expected = line->mapToGlobal(QPoint(0, 30)).y() - 11;
+    for (int i = 0; i < 2; ++i)
+        if (expected > 0 && expected + height > bottom)
+            expected -= height / 2;
+    EXPECT_EQ(line->currentHover()->pos().y(), expected);
 
     QEvent leave(QEvent::HoverLeave);
     QApplication::sendEvent(line, &leave);
