@@ -1,32 +1,14 @@
 // quorvane-eval hits as players and scripts run it: one "name: count" line per feature.
 
+#include "support/EvalProcess.h"
+
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
-#include <sys/wait.h>
 
 namespace {
 
-struct EvalRun {
-    std::string output; // stdout and stderr together
-    int exitCode = -1;
-};
-
-EvalRun runEval(const std::string& arguments) {
-    EvalRun run;
-    const std::string command = std::string(QUORVANE_EVAL_BINARY) + " " + arguments + " 2>&1";
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return run;
-    char buffer[4096];
-    std::size_t n;
-    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0)
-        run.output.append(buffer, n);
-    const int status = pclose(pipe);
-    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
-}
+EvalRun runEval(const std::string& arguments) { return runQuorvaneEval(arguments); }
 
 bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;

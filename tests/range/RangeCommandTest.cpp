@@ -1,31 +1,14 @@
+#include "support/EvalProcess.h"
+
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
-#include <sys/wait.h>
 
 namespace {
 
-struct Result {
-    std::string output; // standard output and standard error together
-    int exitCode = -1;
-};
+using Result = EvalRun;
 
-// Runs quorvane-eval with `arguments` (already quoted for the shell).
-Result runEval(const std::string& arguments) {
-    const std::string command = std::string("'") + QUORVANE_EVAL_PATH + "' " + arguments + " 2>&1";
-    Result result;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return result;
-    char buffer[4096];
-    std::size_t read = 0;
-    while ((read = std::fread(buffer, 1, sizeof buffer, pipe)) > 0)
-        result.output.append(buffer, read);
-    const int status = pclose(pipe);
-    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return result;
-}
+Result runEval(const std::string& arguments) { return runQuorvaneEval(arguments); }
 
 } // namespace
 
