@@ -72,6 +72,7 @@ struct LiveClass {
     std::uint16_t live2;
     std::uint8_t high;
     std::uint8_t low;
+    std::uint8_t klass; // value class, for the per-hand slots
 };
 
 struct BoardEnumeration::Scratch {
@@ -83,7 +84,24 @@ struct BoardEnumeration::Scratch {
     std::int64_t ties = 0;
     std::vector<std::int64_t> handWins;
     std::vector<std::int64_t> handTies;
+    // Per-hand counters of the walk per value class: wins in the low 32 bits, ties in the
+    // high ones. addBoards packs only when no counter can reach 2^32.
+    std::vector<std::uint64_t> handPacked;
+    // Per value class whose range1 hands are all live on a board: the weighted sums of its
+    // four row parts, four column parts and of the weights (ties of a hand with itself),
+    // spread over the class's hands once at the end.
+    std::vector<std::uint64_t> classParts;
 };
+
+constexpr int classPartCount = 9;
+
+namespace {
+
+QVE_ALWAYS_INLINE std::uint64_t packed(std::int32_t wins, std::int32_t ties) {
+    return std::uint64_t(std::uint32_t(wins)) | std::uint64_t(std::uint32_t(ties)) << 32;
+}
+
+} // namespace
 
 // Ranges of fewer hands than this are counted per hand: a board then costs less than the
 // walk over the 91 value classes.
@@ -101,19 +119,22 @@ BoardEnumeration::BoardEnumeration(const std::vector<CardMask>& hands1Given,
     }
     for (CardMask hand : hands2)
         flags[handIndex(hand)] |= in2Bit;
-    for (int index = 0; index < handCount; ++index) {
-        if (!flags[index])
-            continue;
-        const CardMask hand = handOfIndex(index);
-        const int c1 = lowestBit64(hand);
-        const int c2 = highestBit64(hand);
-        const std::uint64_t slot = slotOfHand[index] >= 0 ? std::uint64_t(slotOfHand[index]) : 0;
-        hands.push_back({hand, tables.cardKey[c1] + tables.cardKey[c2],
-                         std::uint64_t(c1) | std::uint64_t(c2) << 6 | flags[index] | slot << 16});
+    // In ascending index order, as handOfIndex would give them, without its search.
+    for (int c2 = 1; c2 < 52; ++c2) {
+        for (int c1 = 0; c1 < c2; ++c1) {
+            const int index = handIndexOfCards(c1, c2);
+            if (!flags[index])
+                continue;
+            const CardMask hand = (CardMask(1) << c1) | (CardMask(1) << c2);
+            const std::uint64_t slot =
+                slotOfHand[index] >= 0 ? std::uint64_t(slotOfHand[index]) : 0;
+            hands.push_back(
+                {hand, tables.cardKey[c1] + tables.cardKey[c2],
+                 std::uint64_t(c1) | std::uint64_t(c2) << 6 | flags[index] | slot << 16});
+        }
     }
-    byValueClass =
-        !byHand && (method == Method::perValueClass ||
-                    (method == Method::automatic && hands.size() >= valueClassThreshold));
+    byValueClass = method == Method::perValueClass ||
+                   (method == Method::automatic && hands.size() >= valueClassThreshold);
     if (!byValueClass)
         return;
     valueClassTables();
@@ -127,8 +148,10 @@ BoardEnumeration::BoardEnumeration(const std::vector<CardMask>& hands1Given,
         const int low = second % 13;
         const int bit = (first / 13) * 4 + second / 13;
         const int k = valueClassOf(high, low);
-        if (e.info & in1Bit)
+        if (e.info & in1Bit) {
             grid1[k] |= static_cast<std::uint16_t>(1u << bit);
+            slotOfGrid[k][bit] = static_cast<std::uint16_t>(slotOf(e.info));
+        }
         if (e.info & in2Bit)
             grid2[k] |= static_cast<std::uint16_t>(1u << bit);
         if (first / 13 == second / 13)
@@ -187,6 +210,112 @@ QVE_ALWAYS_INLINE std::int64_t sharedCards(std::uint32_t rows1, std::uint32_t co
 
 } // namespace
 
+namespace {
+
+QVE_ALWAYS_INLINE int bitCount16(unsigned x) {
+    x = x - ((x >> 1) & 0x5555u);
+    x = (x & 0x3333u) + ((x >> 2) & 0x3333u);
+    x = (x + (x >> 4)) & 0x0F0Fu;
+    return int((x + (x >> 8)) & 0x1Fu);
+}
+
+QVE_ALWAYS_INLINE void addClassParts(int klass, const std::uint64_t* rowPart,
+                                     const std::uint64_t* columnPart, std::uint64_t factor,
+                                     BoardEnumeration::Scratch& s) {
+    std::uint64_t* parts = s.classParts.data() + classPartCount * klass;
+    for (int suit = 0; suit < 4; ++suit) {
+        parts[suit] += factor * rowPart[suit];
+        parts[4 + suit] += factor * columnPart[suit];
+    }
+    parts[8] += factor;
+}
+
+} // namespace
+
+// Per-hand counters of the range1 hands of a class at the current point of the walk: the
+// same arithmetic as the class totals, one grid bit at a time.
+void BoardEnumeration::addHandsOfClass(const LiveClass& c, std::int32_t below,
+                                       const std::int32_t* belowCard, std::int32_t equal,
+                                       const std::int32_t* equalCard, std::int64_t weight,
+                                       Scratch& s) const {
+    // As in addHandsOfLoneClass: a packed row part of the high card minus a packed column
+    // part of the low card (for a pair both are cards of the one value).
+    std::uint64_t rowPart[4];
+    std::uint64_t columnPart[4];
+    for (int suit = 0; suit < 4; ++suit) {
+        const int high = 13 * suit + c.high;
+        const int low = 13 * suit + c.low;
+        rowPart[suit] = packed(below - belowCard[high], equal - equalCard[high]);
+        columnPart[suit] = packed(belowCard[low], equalCard[low]);
+    }
+    const std::uint64_t factor = std::uint64_t(weight);
+    addHandParts(c, rowPart, columnPart, factor, s);
+}
+
+// Adds factor x (row part - column part + a tie with itself) to each live range1 hand of the
+// class. When most of the class's range1 hands are live, the whole grid goes to the class
+// sums (spread at the end of addBoards) and the hands that are not live are taken back
+// one by one, with the self-tie of the full grid2: all of it is arithmetic modulo 2^64 on
+// words whose two fields are each >= 0, so the taking back is exact.
+void BoardEnumeration::addHandParts(const LiveClass& c, const std::uint64_t* rowPart,
+                                    const std::uint64_t* columnPart, std::uint64_t factor,
+                                    Scratch& s) const {
+    const std::uint16_t* slots = slotOfGrid[c.klass];
+    const unsigned missing = grid1[c.klass] & ~unsigned(c.live1);
+    if (bitCount16(missing) < bitCount16(c.live1)) {
+        addClassParts(c.klass, rowPart, columnPart, factor, s);
+        for (unsigned bits = missing; bits; bits &= bits - 1) {
+            const int bit = lowestBit64(bits);
+            const std::uint64_t both = rowPart[bit >> 2] - columnPart[bit & 3] +
+                                       (std::uint64_t((grid2[c.klass] >> bit) & 1) << 32);
+            s.handPacked[slots[bit]] -= factor * both;
+        }
+        return;
+    }
+    for (unsigned bits = c.live1; bits; bits &= bits - 1) {
+        const int bit = lowestBit64(bits);
+        const std::uint64_t both =
+            rowPart[bit >> 2] - columnPart[bit & 3] + (std::uint64_t((c.live2 >> bit) & 1) << 32);
+        s.handPacked[slots[bit]] += factor * both;
+    }
+}
+
+// The same for a class alone at its strength: its ties are with its own range2 hands, whose
+// per-card counts come from the row and column counts of its grid. A pair's card of suit s
+// is in row s and in column s.
+void BoardEnumeration::addHandsOfLoneClass(const LiveClass& c, std::uint32_t rows2,
+                                           std::uint32_t columns2, std::int32_t below,
+                                           const std::int32_t* belowCard, std::int64_t weight,
+                                           Scratch& s) const {
+    const std::uint64_t factor = std::uint64_t(weight);
+    const std::uint16_t* slots = slotOfGrid[c.klass];
+    if (!c.live2 && bitCount16(grid1[c.klass] & ~unsigned(c.live1)) >= bitCount16(c.live1)) {
+        // No range2 hand in the class: no ties, wins only.
+        for (unsigned bits = c.live1; bits; bits &= bits - 1) {
+            const int bit = lowestBit64(bits);
+            const std::int32_t win =
+                below - belowCard[13 * (bit >> 2) + c.high] - belowCard[13 * (bit & 3) + c.low];
+            s.handPacked[slots[bit]] += factor * std::uint32_t(win);
+        }
+        return;
+    }
+    // Both counters of a hand as one packed word: (row part of its high card) - (column part
+    // of its low card) + (1 tie with itself). The wins never go below 0, so no borrow crosses
+    // into the ties; the ties may pass through -1 modulo 2^64 and come back.
+    std::uint64_t rowPart[4];
+    std::uint64_t columnPart[4];
+    const std::int32_t equal = handsOf(rows2);
+    for (int suit = 0; suit < 4; ++suit) {
+        const std::int32_t row = std::int32_t((rows2 >> (8 * suit)) & 0xFF);
+        const std::int32_t column = std::int32_t((columns2 >> (8 * suit)) & 0xFF);
+        const std::int32_t equalHigh = c.high == c.low ? row + column : row;
+        const std::int32_t equalLow = c.high == c.low ? row + column : column;
+        rowPart[suit] = packed(below - belowCard[13 * suit + c.high], equal - equalHigh);
+        columnPart[suit] = packed(belowCard[13 * suit + c.low], equalLow);
+    }
+    addHandParts(c, rowPart, columnPart, factor, s);
+}
+
 bool BoardEnumeration::countBoardByValueClass(CardMask board, std::int64_t weight,
                                               Scratch& s) const {
     const RankTables& t = tables;
@@ -243,7 +372,8 @@ bool BoardEnumeration::countBoardByValueClass(CardMask board, std::int64_t weigh
         const std::uint16_t live1 = grid1[k] & ~blocked;
         const std::uint16_t live2 = grid2[k] & ~blocked;
         if (live1 | live2)
-            live[liveCount++] = {strength[j], live1, live2, std::uint8_t(high), std::uint8_t(low)};
+            live[liveCount++] = {strength[j],       live1,          live2, std::uint8_t(high),
+                                 std::uint8_t(low), std::uint8_t(k)};
     }
 
     std::int32_t below = 0;
@@ -274,8 +404,13 @@ bool BoardEnumeration::countBoardByValueClass(CardMask board, std::int64_t weigh
                     continue;
                 const int c1 = card1Of(e);
                 const int c2 = card2Of(e);
-                wins += below - belowCard[c1] - belowCard[c2];
-                ties += equal - equalCard[c1] - equalCard[c2] + ((e & in2Bit) ? 1 : 0);
+                const std::int32_t win = below - belowCard[c1] - belowCard[c2];
+                const std::int32_t tie =
+                    equal - equalCard[c1] - equalCard[c2] + ((e & in2Bit) ? 1 : 0);
+                wins += win;
+                ties += tie;
+                if (byHand)
+                    s.handPacked[slotOf(e)] += std::uint64_t(weight) * packed(win, tie);
             }
             for (std::size_t k = f; k < end; ++k) {
                 if (s.flushHands[k] & in2Bit) {
@@ -304,6 +439,8 @@ bool BoardEnumeration::countBoardByValueClass(CardMask board, std::int64_t weigh
                 wins += n1 * below - cardSum(rows1, columns1, c.high, c.low, belowCard);
                 ties += n1 * handsOf(rows2) - sharedCards(rows1, columns1, rows2, columns2, c) +
                         handsOf(v.rowCounts[c.live1 & c.live2]);
+                if (byHand)
+                    addHandsOfLoneClass(c, rows2, columns2, below, belowCard, weight, s);
             }
             below += handsOf(rows2);
             addCards(rows2, columns2, c.high, c.low, belowCard);
@@ -330,6 +467,8 @@ bool BoardEnumeration::countBoardByValueClass(CardMask board, std::int64_t weigh
             wins += n * below - cardSum(rows, columns, d.high, d.low, belowCard);
             ties += n * equal - cardSum(rows, columns, d.high, d.low, equalCard) +
                     handsOf(v.rowCounts[d.live1 & d.live2]);
+            if (byHand)
+                addHandsOfClass(d, below, belowCard, equal, equalCard, weight, s);
         }
         for (int j = i; j < end; ++j) {
             const LiveClass& d = live[j];
@@ -441,6 +580,8 @@ void BoardEnumeration::addBoards(CardMask fixed, CardMask excluded, int count,
     if (byHand) {
         s.handWins.assign(count1, 0);
         s.handTies.assign(count1, 0);
+        s.handPacked.assign(count1, 0);
+        s.classParts.assign(std::size_t(classPartCount) * valueClassCount, 0);
     }
     int deck[52];
     int deckSize = 0;
@@ -448,6 +589,12 @@ void BoardEnumeration::addBoards(CardMask fixed, CardMask excluded, int count,
         if (!((excluded >> card) & 1))
             deck[deckSize++] = card;
     const std::int64_t groupSize = static_cast<std::int64_t>(symmetries.size());
+    // A hand's weighted counter is at most (boards) x (hands of range2); the walk per value
+    // class packs two counters in a word when that stays below 2^32 (always, in practice:
+    // the largest case, preflop with six dead cards, stays below 2^30).
+    const bool classWalk =
+        byValueClass && (!byHand || binomial(deckSize, count) * std::uint64_t(hands.size()) <
+                                        (std::uint64_t(1) << 32));
 
     // Iterates the `count`-subsets of the deck in lexicographic order of positions.
     int position[5] = {0, 1, 2, 3, 4};
@@ -472,7 +619,7 @@ void BoardEnumeration::addBoards(CardMask fixed, CardMask excluded, int count,
         if (smallest) {
             const CardMask board = fixed | added;
             const std::int64_t weight = groupSize / stabiliser;
-            if (!byValueClass || !countBoardByValueClass(board, weight, s))
+            if (!classWalk || !countBoardByValueClass(board, weight, s))
                 countBoard(board, weight, s);
         }
         // Next subset.
@@ -495,6 +642,21 @@ void BoardEnumeration::addBoards(CardMask fixed, CardMask excluded, int count,
         }
         // Fold the orbit-weighted counters over the symmetries: the exact counter of a hand
         // is the mean of the weighted counters of its images.
+        if (classWalk) {
+            for (int k = 0; k < valueClassCount; ++k) {
+                const std::uint64_t* parts = s.classParts.data() + classPartCount * k;
+                for (unsigned bits = grid1[k]; bits; bits &= bits - 1) {
+                    const int bit = lowestBit64(bits);
+                    s.handPacked[slotOfGrid[k][bit]] +=
+                        parts[bit >> 2] - parts[4 + (bit & 3)] +
+                        (((grid2[k] >> bit) & 1) ? parts[8] << 32 : 0);
+                }
+            }
+        }
+        for (std::size_t slot = 0; slot < count1; ++slot) {
+            s.handWins[slot] += std::int64_t(s.handPacked[slot] & 0xFFFFFFFFu);
+            s.handTies[slot] += std::int64_t(s.handPacked[slot] >> 32);
+        }
         for (std::size_t slot = 0; slot < count1; ++slot) {
             std::int64_t w = 0;
             std::int64_t t = 0;

@@ -11,15 +11,19 @@
 // inside a group of equal strength, adding h back once when range2 holds h itself. So a
 // board costs one ranking per hand and a linear walk, never a loop over pairs of hands.
 //
-// Large ranges are counted per value class instead (ValueClasses.h) when no per-hand
-// counters are asked for: on a board where no hand can make a flush, all hands of a value
-// class have one strength, and the order of the 91 classes is tabulated per board value set.
-// The walk is then per class, with the same arithmetic over the class's eight cards:
+// Large ranges are counted per value class instead (ValueClasses.h): on a board where no hand can
+// make a flush, all hands of a value class have one strength, and the order of the 91 classes is
+// tabulated per board value set. The walk is then per class, with the same arithmetic over the
+// class's eight cards:
 //     wins(class) = n x below - sum over its cards c of n(c) x below[c]
 // (n hands of range1 in the class, n(c) of them holding c). On a board of three cards of a
 // suit the suited hands of that suit can make a flush: they are ranked one by one and merged
 // into the walk (a flush never ties a hand without one). Boards of four or five cards of a
 // suit are counted per hand.
+// Per-hand counters come out of the same walk: when it reaches a class, each range1 hand of
+// the class takes below - below[c1] - below[c2] (and the same for ties) from the running
+// per-card counts, so no hand is ranked and nothing is sorted; only the arithmetic is per
+// hand.
 //
 // Boards are enumerated as a fixed part plus every set of `count` further cards. Suit
 // permutations that leave the fixed cards, the excluded cards and both ranges unchanged map
@@ -37,6 +41,8 @@
 
 namespace qve {
 
+struct LiveClass;
+
 // Signed, since inclusion-exclusion subtracts whole enumerations.
 struct Tally {
     std::int64_t wins = 0; // matchups won by range1, one unit per matchup per board
@@ -49,9 +55,8 @@ class BoardEnumeration {
 public:
     // `hands1` and `hands2` must avoid every card that will be fixed or excluded for good;
     // hands are kept in the order given, and per-hand counters follow that order.
-    // How a board is counted. Automatic picks per value class for large ranges without
-    // per-hand counters; the others are for tests and measurements (per value class is
-    // ignored with per-hand counters).
+    // How a board is counted. Automatic picks per value class for large ranges; the others
+    // are for tests and measurements.
     enum class Method { automatic, perHand, perValueClass };
 
     BoardEnumeration(const std::vector<CardMask>& hands1, const std::vector<CardMask>& hands2,
@@ -67,11 +72,21 @@ public:
 
     std::size_t handCount1() const { return count1; }
 
+    struct Scratch; // per addBoards call
+
 private:
-    struct Scratch;
     void countBoard(CardMask board, std::int64_t weight, Scratch& scratch) const;
     // False, counting nothing, on a board of four or five cards of one suit.
     bool countBoardByValueClass(CardMask board, std::int64_t weight, Scratch& scratch) const;
+    void addHandsOfClass(const LiveClass& c, std::int32_t below, const std::int32_t* belowCard,
+                         std::int32_t equal, const std::int32_t* equalCard, std::int64_t weight,
+                         Scratch& scratch) const;
+    void addHandsOfLoneClass(const LiveClass& c, std::uint32_t rows2, std::uint32_t columns2,
+                             std::int32_t below, const std::int32_t* belowCard, std::int64_t weight,
+                             Scratch& scratch) const;
+    void addHandParts(const LiveClass& c, const std::uint64_t* rowPart,
+                      const std::uint64_t* columnPart, std::uint64_t factor,
+                      Scratch& scratch) const;
 
     const RankTables& tables;
     bool byHand;
@@ -87,6 +102,7 @@ private:
     bool byValueClass = false;
     std::uint16_t grid1[valueClassCount] = {};
     std::uint16_t grid2[valueClassCount] = {};
+    std::uint16_t slotOfGrid[valueClassCount][16] = {}; // range1 hand -> position in hands1
     std::vector<Entry> suited[4]; // hands (of either range) with both cards of one suit
     std::vector<int> slotOfHand;  // hand index -> position in hands1, or -1
     std::vector<CardMask> hands1;

@@ -10,6 +10,7 @@
 #include "VelmaraEvaluatorBase.h"
 
 #include "Enumeration.h"
+#include "HandOutcomes.h"
 #include "PreflopTable.h"
 #include "Problem.h"
 #include "SuitSymmetry.h"
@@ -120,6 +121,34 @@ std::string textOfHand(CardMask hand) {
 
 } // namespace
 
+std::vector<HandOutcome> handOutcomes(const std::string& range1, const std::string& range2,
+                                      const std::string& board, const std::string& dead,
+                                      const volatile bool& stop) {
+    const Problem p = prepareProblem(range1, range2, board, dead);
+    const Tally tally = solve(p, true, stop);
+    std::int64_t byCard2[52];
+    countHandsByCard(p.live2, byCard2);
+    std::vector<HandOutcome> result(p.hands1.size());
+    std::size_t live = 0;
+    for (std::size_t i = 0; i < p.hands1.size(); ++i) {
+        const CardMask hand = p.hands1[i];
+        HandOutcome& record = result[i];
+        record.hand = hand;
+        if (live >= p.live1.size() || p.live1[live] != hand)
+            continue; // blocked by the board or the dead cards: total 0
+        const std::size_t slot = live++;
+        if (tally.handWins.empty())
+            continue; // no matchup possible at all
+        const bool alsoInRange2 = std::binary_search(p.live2.begin(), p.live2.end(), hand);
+        const std::int64_t opponents = std::int64_t(p.live2.size()) - byCard2[lowestBit64(hand)] -
+                                       byCard2[highestBit64(hand)] + (alsoInRange2 ? 1 : 0);
+        record.total = static_cast<std::uint64_t>(opponents) * p.completions;
+        record.wins = static_cast<std::uint64_t>(tally.handWins[slot]);
+        record.ties = static_cast<std::uint64_t>(tally.handTies[slot]);
+    }
+    return result;
+}
+
 } // namespace qve
 
 using namespace qve;
@@ -153,28 +182,16 @@ EquityEvaluation<unsigned long long> getEquity(const std::string& range1, const 
 std::vector<WinEvaluationByHand>
 getWinEvaluationByHand(const std::string& range1, const std::string& range2,
                        const std::string& board, const std::string& dead, volatile bool& stop) {
-    const Problem p = prepareProblem(range1, range2, board, dead);
-    const Tally tally = solve(p, true, stop);
-    std::int64_t byCard2[52];
-    countHandsByCard(p.live2, byCard2);
-    std::vector<WinEvaluationByHand> result(p.hands1.size());
-    std::size_t live = 0;
-    for (std::size_t i = 0; i < p.hands1.size(); ++i) {
-        const CardMask hand = p.hands1[i];
+    const std::vector<HandOutcome> outcomes = handOutcomes(range1, range2, board, dead, stop);
+    std::vector<WinEvaluationByHand> result(outcomes.size());
+    for (std::size_t i = 0; i < outcomes.size(); ++i) {
+        const HandOutcome& outcome = outcomes[i];
         WinEvaluationByHand& record = result[i];
-        record.hand = textOfHand(hand);
-        if (live >= p.live1.size() || p.live1[live] != hand)
-            continue; // blocked by the board or the dead cards: total 0
-        const std::size_t slot = live++;
-        if (tally.handWins.empty())
-            continue; // no matchup possible at all
-        const bool alsoInRange2 = std::binary_search(p.live2.begin(), p.live2.end(), hand);
-        const std::int64_t opponents = std::int64_t(p.live2.size()) - byCard2[lowestBit64(hand)] -
-                                       byCard2[highestBit64(hand)] + (alsoInRange2 ? 1 : 0);
-        record.total = static_cast<unsigned long long>(opponents) * p.completions;
-        record.wins = static_cast<unsigned long long>(tally.handWins[slot]);
-        record.ties = static_cast<unsigned long long>(tally.handTies[slot]);
-        record.losses = record.total - record.wins - record.ties;
+        record.hand = textOfHand(outcome.hand);
+        record.total = outcome.total;
+        record.wins = outcome.wins;
+        record.ties = outcome.ties;
+        record.losses = outcome.total - outcome.wins - outcome.ties;
     }
     return result;
 }

@@ -209,3 +209,98 @@ TEST_F(ValueClass, PreflopDeadCardsEqualTheSumOfTheHands) {
         EXPECT_EQ(e.wins1, e.wins2); // the same range on both sides
     }
 }
+
+namespace {
+
+// Per-hand counters of range1 over every completion of the problem's board.
+Tally countByHandWith(const Problem& p, BoardEnumeration::Method method) {
+    const BoardEnumeration enumeration(p.live1, p.live2, true, method);
+    const auto symmetries = suitSymmetries({p.board, p.dead}, {&p.live1, &p.live2});
+    Tally tally;
+    volatile bool stop = false;
+    enumeration.addBoards(p.board, p.board | p.dead, 5 - p.boardCards, symmetries, 1, tally, stop);
+    return tally;
+}
+
+} // namespace
+
+// The per-hand counters of the walk per value class against those of ranking hand by hand, on
+// random ranges (wide and narrow, forced), flops, turns and rivers, with and without dead
+// cards; boards of three suited cards come up on purpose. Both fold over the suit symmetries.
+TEST_F(ValueClass, PerHandCountersAgreeWithCountingPerHand) {
+    std::mt19937 random(9100);
+    for (int round = 0; round < 60; ++round) {
+        std::vector<int> deck(52);
+        for (int i = 0; i < 52; ++i)
+            deck[i] = i;
+        std::shuffle(deck.begin(), deck.end(), random);
+        if (round % 4 == 0) {
+            const int suit = static_cast<int>(random() % 4);
+            std::stable_partition(deck.begin(), deck.end(),
+                                  [&](int card) { return card / 13 == suit; });
+            std::shuffle(deck.begin() + 2 + round % 3, deck.end(), random);
+        }
+        const int boardCards = 3 + round % 3;
+        const int deadCards = round % 2 ? 1 + static_cast<int>(random() % 3) : 0;
+        const std::string board = cardsText(deck, 0, boardCards);
+        const std::string dead = cardsText(deck, boardCards, deadCards);
+        // Flops count narrower ranges, to keep the reference quick.
+        const int tokens = boardCards == 3 ? 4 + round % 20 : 10 + round % 60;
+        const std::string range1 = randomRange(random, tokens, true);
+        const std::string range2 = round % 6 == 0 ? range1 : randomRange(random, tokens, true);
+        SCOPED_TRACE(range1 + " vs " + range2 + " on " + board + " dead " + dead);
+        const Problem p = prepareProblem(range1, range2, board, dead);
+        const Tally perClass = countByHandWith(p, BoardEnumeration::Method::perValueClass);
+        const Tally perHand = countByHandWith(p, BoardEnumeration::Method::perHand);
+        ASSERT_EQ(perClass.handWins.size(), p.live1.size());
+        ASSERT_EQ(perHand.handWins.size(), p.live1.size());
+        EXPECT_EQ(perClass.wins, perHand.wins);
+        EXPECT_EQ(perClass.ties, perHand.ties);
+        for (std::size_t i = 0; i < p.live1.size(); ++i) {
+            ASSERT_EQ(perClass.handWins[i], perHand.handWins[i]) << "hand " << i;
+            ASSERT_EQ(perClass.handTies[i], perHand.handTies[i]) << "hand " << i;
+        }
+    }
+}
+
+// Full ranges on a flop with two suited cards (so turn and river make three and four of the
+// suit) and on a turn with dead cards: every hand's counters through the public function,
+// against the hand-by-hand reference and against the equity counters.
+TEST_F(ValueClass, FullRangesByHandAgreeWithCountingPerHand) {
+    std::string all;
+    for (int a = 0; a < 52; ++a)
+        for (int b = a + 1; b < 52; ++b)
+            all += (all.empty() ? "" : ",") + bruteforce::textOfCard(a) + bruteforce::textOfCard(b);
+    struct Case {
+        std::string board, dead;
+    };
+    const Case cases[] = {{"Kh9h4c", ""}, {"Ts7s2d5c", "AhQd"}, {"8d8c3h", "Js"}};
+    volatile bool stop = false;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.board + " dead " + c.dead);
+        const Problem p = prepareProblem(all, all, c.board, c.dead);
+        const Tally perHand = countByHandWith(p, BoardEnumeration::Method::perHand);
+        const std::vector<WinEvaluationByHand> records =
+            getWinEvaluationByHand(all, all, c.board, c.dead, stop);
+        ASSERT_EQ(records.size(), p.hands1.size());
+        std::size_t live = 0;
+        unsigned long long wins = 0, ties = 0, total = 0;
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            wins += records[i].wins;
+            ties += records[i].ties;
+            total += records[i].total;
+            if (live < p.live1.size() && p.live1[live] == p.hands1[i]) {
+                ASSERT_EQ(records[i].wins, std::uint64_t(perHand.handWins[live])) << i;
+                ASSERT_EQ(records[i].ties, std::uint64_t(perHand.handTies[live])) << i;
+                ++live;
+            } else {
+                EXPECT_EQ(records[i].total, 0u) << i;
+            }
+        }
+        EXPECT_EQ(live, p.live1.size());
+        const LongedEvaluation e = getEquity(all, all, c.board, c.dead, stop);
+        EXPECT_EQ(wins, e.wins1);
+        EXPECT_EQ(ties, e.ties);
+        EXPECT_EQ(total, e.total);
+    }
+}

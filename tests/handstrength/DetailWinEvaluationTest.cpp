@@ -201,12 +201,21 @@ TEST(DetailWinEvaluation, StopDuringTheCalculationLeavesByTerminationOccured) {
     const std::string range = naive::fullRange();
     auto entries = handValueEntries();
     std::atomic<bool> threw{false};
+    std::atomic<bool> threwMidway{false};
     std::atomic<bool> finished{false};
+    // Full flops one after the other until the flag stops one: the run that throws must be
+    // one that started before the flag turned true, so the flag was seen during a run, not
+    // only at the start of the next.
     std::thread worker([&] {
-        try {
-            getDetailWinEvaluation(range, range, "Ks7h2d", "", entries, stop);
-        } catch (const TerminationOccured&) {
-            threw = true;
+        for (;;) {
+            const bool startedBeforeStop = !stop;
+            try {
+                getDetailWinEvaluation(range, range, "Ks7h2d", "", entries, stop);
+            } catch (const TerminationOccured&) {
+                threw = true;
+                threwMidway = startedBeforeStop;
+                break;
+            }
         }
         finished = true;
     });
@@ -214,8 +223,8 @@ TEST(DetailWinEvaluation, StopDuringTheCalculationLeavesByTerminationOccured) {
     stop = true;
     worker.join();
     EXPECT_TRUE(finished);
-    // A full flop takes far longer than 5 ms, so the flag was seen during the run.
     EXPECT_TRUE(threw);
+    EXPECT_TRUE(threwMidway);
 }
 
 TEST(DetailWinEvaluation, EmptyListAndImpossibleRangesDoNothing) {

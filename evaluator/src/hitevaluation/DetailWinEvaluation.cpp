@@ -3,12 +3,14 @@
 // per completed board), and each outcome is added to the entries whose key range1's hand
 // meets on the board as given, not on the completed board.
 //
-// The showdowns are those of getWinEvaluationByHand: the same enumeration as getEquity,
-// with its counters kept per hand of range1. Each hand's counters then go to every entry
-// whose key its feature word meets, so a hand counts for all the entries it belongs to.
+// The showdowns are those of getWinEvaluationByHand (handOutcomes, without the hand texts):
+// the same enumeration as getEquity, with its counters kept per hand of range1. Each hand's
+// counters then go to every entry whose key its feature word meets, so a hand counts for all the
+// entries it belongs to.
 
 #include "VelmaraEvaluatorBase.h"
 
+#include "HandOutcomes.h"
 #include "hitevaluation/HandFeatures.h"
 #include "hitevaluation/HitInput.h"
 
@@ -23,7 +25,7 @@ int saturated(std::uint64_t value) {
     return value > std::uint64_t(INT_MAX) ? INT_MAX : static_cast<int>(value);
 }
 
-struct HandOutcome {
+struct FeaturedOutcome {
     qve::FeatureWord features;
     std::uint64_t wins, losses, ties;
 };
@@ -39,25 +41,29 @@ void getDetailWinEvaluation(const std::string& range1, const std::string& range2
         throw TerminationOccured();
     if (evaluations.empty())
         return;
-    const std::vector<WinEvaluationByHand> byHand =
-        getWinEvaluationByHand(range1, range2, board, dead, stop);
+    const std::vector<qve::HandOutcome> byHand =
+        qve::handOutcomes(range1, range2, board, dead, stop);
     if (stop)
         throw TerminationOccured();
 
-    std::vector<HandOutcome> outcomes;
+    std::vector<FeaturedOutcome> outcomes;
     outcomes.reserve(byHand.size());
-    for (const WinEvaluationByHand& record : byHand) {
+    for (const qve::HandOutcome& record : byHand) {
+        if (stop) // the feature words of a full range take a good part of a millisecond
+            throw TerminationOccured();
         if (record.total == 0)
             continue; // the hand cannot occur, or meets no opponent
-        const qve::CardMask hand = qve::cardsOfText(record.hand);
-        if (hand & blocked)
+        if (record.hand & blocked)
             continue;
-        outcomes.push_back(
-            {qve::handFeatures(hand, boardMask), record.wins, record.losses, record.ties});
+        outcomes.push_back({qve::handFeatures(record.hand, boardMask), record.wins,
+                            record.total - record.wins - record.ties, record.ties});
     }
+    // The last look at the flag: the entries are written all or none.
+    if (stop)
+        throw TerminationOccured();
     for (DetailWinEvaluation& entry : evaluations) {
         std::uint64_t wins = 0, losses = 0, ties = 0;
-        for (const HandOutcome& o : outcomes) {
+        for (const FeaturedOutcome& o : outcomes) {
             if (qve::meetsKey(o.features, entry.key.positive, entry.key.exclusive)) {
                 wins += o.wins;
                 losses += o.losses;

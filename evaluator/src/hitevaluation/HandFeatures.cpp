@@ -13,8 +13,13 @@ namespace {
 constexpr int Ace = 12;
 constexpr unsigned AllRanks = 0x1FFF;
 
+// Inline bit trick: without a hardware instruction in the target, the builtin is a library
+// call, and feature words are decided once per hand for every showdown evaluation.
 int bitCount(std::uint64_t x) {
-    return __builtin_popcountll(x);
+    x = x - ((x >> 1) & 0x5555555555555555ULL);
+    x = (x & 0x3333333333333333ULL) + ((x >> 2) & 0x3333333333333333ULL);
+    x = (x + (x >> 4)) & 0x0F0F0F0F0F0F0F0FULL;
+    return int((x * 0x0101010101010101ULL) >> 56);
 }
 int highestBit(unsigned x) {
     return 31 - __builtin_clz(x);
@@ -68,12 +73,14 @@ int ranksAbove(unsigned ranks, int rank) {
 // ranks that are not on the board): a card of such a rank improves the hand to a straight that
 // the board cannot give alone. `ranks` holds no straight.
 unsigned straightOuts(unsigned ranks, unsigned holeOnly) {
+    // The table once per call: the backdoor map asks this 13 x 13 times per hand.
+    const StraightTable& table = straightTable();
     unsigned outs = 0;
     for (int r = 0; r <= Ace; ++r) {
         const unsigned card = 1U << r;
         if (ranks & card)
             continue;
-        const int top = straightTop(ranks | card);
+        const int top = table.top[(ranks | card) & AllRanks];
         if (top >= 0 && (straightWindow(top) & holeOnly))
             outs |= card;
     }
