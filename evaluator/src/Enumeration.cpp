@@ -91,6 +91,8 @@ struct BoardEnumeration::Scratch {
     // four row parts, four column parts and of the weights (ties of a hand with itself),
     // spread over the class's hands once at the end.
     std::vector<std::uint64_t> classParts;
+    std::vector<std::int64_t> groupWins; // by-group mode, weighted
+    std::vector<std::int64_t> groupTies;
 };
 
 constexpr int classPartCount = 9;
@@ -111,6 +113,40 @@ BoardEnumeration::BoardEnumeration(const std::vector<CardMask>& hands1Given,
                                    const std::vector<CardMask>& hands2, bool byHand, Method method)
     : tables(rankTables()), byHand(byHand), count1(hands1Given.size()), slotOfHand(handCount, -1),
       hands1(hands1Given) {
+    prepare(hands2, method);
+}
+
+BoardEnumeration::BoardEnumeration(const std::vector<CardMask>& hands1Given,
+                                   const std::vector<CardMask>& hands2,
+                                   const std::vector<std::uint32_t>& groupOfHand,
+                                   std::size_t groupCount, Method method)
+    : tables(rankTables()), byHand(false), byGroup(true), count1(hands1Given.size()),
+      slotOfHand(handCount, -1), hands1(hands1Given), groupOfSlot(groupOfHand),
+      groupCount(groupCount) {
+    groupOfSlot.resize(count1, 0);
+    prepare(hands2, method);
+    for (int k = 0; k < valueClassCount; ++k) {
+        const std::size_t begin = groupParts.size();
+        groupPartBegin[k] = static_cast<std::uint16_t>(begin);
+        for (unsigned bits = grid1[k]; bits; bits &= bits - 1) {
+            const int bit = lowestBit64(bits);
+            const std::uint32_t group = groupOfSlot[slotOfGrid[k][bit]];
+            std::size_t part = begin;
+            while (part < groupParts.size() && groupParts[part].group != group)
+                ++part;
+            if (part == groupParts.size())
+                groupParts.push_back({0, group});
+            groupParts[part].grid = static_cast<std::uint16_t>(groupParts[part].grid | (1u << bit));
+        }
+        std::stable_sort(groupParts.begin() + std::ptrdiff_t(begin), groupParts.end(),
+                         [](const GroupPart& a, const GroupPart& b) {
+                             return popcount64(a.grid) > popcount64(b.grid);
+                         });
+    }
+    groupPartBegin[valueClassCount] = static_cast<std::uint16_t>(groupParts.size());
+}
+
+void BoardEnumeration::prepare(const std::vector<CardMask>& hands2, Method method) {
     std::vector<std::uint64_t> flags(handCount, 0);
     for (std::size_t i = 0; i < hands1.size(); ++i) {
         const int index = handIndex(hands1[i]);
@@ -316,6 +352,36 @@ void BoardEnumeration::addHandsOfLoneClass(const LiveClass& c, std::uint32_t row
     addHandParts(c, rowPart, columnPart, factor, s);
 }
 
+// Classes of up to this many groups take the class formula once per group but the first;
+// beyond, the per-hand counters cost less.
+constexpr int groupPartsByFormula = 3;
+
+template <typename PartCounts>
+QVE_ALWAYS_INLINE bool
+BoardEnumeration::addGroupParts(int klass, unsigned live1, std::int64_t classWins,
+                                std::int64_t classTies, std::int64_t weight, Scratch& s,
+                                const PartCounts& partCounts) const {
+    const GroupPart* const first = groupParts.data() + groupPartBegin[klass];
+    const GroupPart* const end = groupParts.data() + groupPartBegin[klass + 1];
+    if (end - first > groupPartsByFormula)
+        return false;
+    // The class formula is linear in the grid's row and column counts, so the parts' counters
+    // add up to the class's, and the first part takes what the others leave.
+    for (const GroupPart* part = first + 1; part < end; ++part) {
+        const unsigned live = part->grid & live1;
+        if (!live)
+            continue;
+        const auto [wins, ties] = partCounts(live);
+        s.groupWins[part->group] += weight * wins;
+        s.groupTies[part->group] += weight * ties;
+        classWins -= wins;
+        classTies -= ties;
+    }
+    s.groupWins[first->group] += weight * classWins;
+    s.groupTies[first->group] += weight * classTies;
+    return true;
+}
+
 bool BoardEnumeration::countBoardByValueClass(CardMask board, std::int64_t weight,
                                               Scratch& s) const {
     const RankTables& t = tables;
@@ -409,7 +475,7 @@ bool BoardEnumeration::countBoardByValueClass(CardMask board, std::int64_t weigh
                     equal - equalCard[c1] - equalCard[c2] + ((e & in2Bit) ? 1 : 0);
                 wins += win;
                 ties += tie;
-                if (byHand)
+                if (byHand || byGroup)
                     s.handPacked[slotOf(e)] += std::uint64_t(weight) * packed(win, tie);
             }
             for (std::size_t k = f; k < end; ++k) {
@@ -433,13 +499,21 @@ bool BoardEnumeration::countBoardByValueClass(CardMask board, std::int64_t weigh
             const std::uint32_t rows2 = v.rowCounts[c.live2];
             const std::uint32_t columns2 = v.columnCounts[c.live2];
             if (c.live1) {
-                const std::uint32_t rows1 = v.rowCounts[c.live1];
-                const std::uint32_t columns1 = v.columnCounts[c.live1];
-                const std::int64_t n1 = handsOf(rows1);
-                wins += n1 * below - cardSum(rows1, columns1, c.high, c.low, belowCard);
-                ties += n1 * handsOf(rows2) - sharedCards(rows1, columns1, rows2, columns2, c) +
-                        handsOf(v.rowCounts[c.live1 & c.live2]);
-                if (byHand)
+                // Wins and ties of the range1 hands of any part of the grid.
+                const auto partCounts = [&](unsigned live) {
+                    const std::uint32_t rows = v.rowCounts[live];
+                    const std::uint32_t columns = v.columnCounts[live];
+                    const std::int64_t n = handsOf(rows);
+                    return std::pair<std::int64_t, std::int64_t>{
+                        n * below - cardSum(rows, columns, c.high, c.low, belowCard),
+                        n * handsOf(rows2) - sharedCards(rows, columns, rows2, columns2, c) +
+                            handsOf(v.rowCounts[live & c.live2])};
+                };
+                const auto [classWins, classTies] = partCounts(c.live1);
+                wins += classWins;
+                ties += classTies;
+                if (byHand || (byGroup && !addGroupParts(c.klass, c.live1, classWins, classTies,
+                                                         weight, s, partCounts)))
                     addHandsOfLoneClass(c, rows2, columns2, below, belowCard, weight, s);
             }
             below += handsOf(rows2);
@@ -461,13 +535,20 @@ bool BoardEnumeration::countBoardByValueClass(CardMask board, std::int64_t weigh
             const LiveClass& d = live[j];
             if (!d.live1)
                 continue;
-            const std::uint32_t rows = v.rowCounts[d.live1];
-            const std::uint32_t columns = v.columnCounts[d.live1];
-            const std::int64_t n = handsOf(rows);
-            wins += n * below - cardSum(rows, columns, d.high, d.low, belowCard);
-            ties += n * equal - cardSum(rows, columns, d.high, d.low, equalCard) +
-                    handsOf(v.rowCounts[d.live1 & d.live2]);
-            if (byHand)
+            const auto partCounts = [&](unsigned live) {
+                const std::uint32_t rows = v.rowCounts[live];
+                const std::uint32_t columns = v.columnCounts[live];
+                const std::int64_t n = handsOf(rows);
+                return std::pair<std::int64_t, std::int64_t>{
+                    n * below - cardSum(rows, columns, d.high, d.low, belowCard),
+                    n * equal - cardSum(rows, columns, d.high, d.low, equalCard) +
+                        handsOf(v.rowCounts[live & d.live2])};
+            };
+            const auto [classWins, classTies] = partCounts(d.live1);
+            wins += classWins;
+            ties += classTies;
+            if (byHand || (byGroup && !addGroupParts(d.klass, d.live1, classWins, classTies, weight,
+                                                     s, partCounts)))
                 addHandsOfClass(d, below, belowCard, equal, equalCard, weight, s);
         }
         for (int j = i; j < end; ++j) {
@@ -520,7 +601,7 @@ void BoardEnumeration::countBoard(CardMask board, std::int64_t weight, Scratch& 
             if (e & in1Bit) {
                 const std::int32_t win = below - belowCard[c1] - belowCard[c2];
                 wins += win;
-                if (byHand)
+                if (byHand || byGroup)
                     s.handWins[slotOf(e)] += weight * win;
             }
             if (e & in2Bit) {
@@ -548,7 +629,7 @@ void BoardEnumeration::countBoard(CardMask board, std::int64_t weight, Scratch& 
                     equal - equalCard[c1] - equalCard[c2] + ((e & in2Bit) ? 1 : 0);
                 wins += win;
                 ties += tie;
-                if (byHand) {
+                if (byHand || byGroup) {
                     s.handWins[slotOf(e)] += weight * win;
                     s.handTies[slotOf(e)] += weight * tie;
                 }
@@ -571,30 +652,51 @@ void BoardEnumeration::countBoard(CardMask board, std::int64_t weight, Scratch& 
     s.ties += weight * ties;
 }
 
+bool BoardEnumeration::groupsKeptBy(const std::vector<SuitPermutation>& symmetries) const {
+    for (std::size_t g = 1; g < symmetries.size(); ++g) {
+        for (std::size_t slot = 0; slot < count1; ++slot) {
+            const int image = slotOfHand[handIndex(permuteCards(hands1[slot], symmetries[g]))];
+            if (image < 0 || groupOfSlot[std::size_t(image)] != groupOfSlot[slot])
+                return false;
+        }
+    }
+    return true;
+}
+
 void BoardEnumeration::addBoards(CardMask fixed, CardMask excluded, int count,
-                                 const std::vector<SuitPermutation>& symmetries, std::int64_t sign,
-                                 Tally& tally, const volatile bool& stop) const {
+                                 const std::vector<SuitPermutation>& symmetriesGiven,
+                                 std::int64_t sign, Tally& tally, const volatile bool& stop) const {
     Scratch s;
     s.entries.resize(hands.size() + 1);
     s.spare.resize(hands.size() + 1);
-    if (byHand) {
+    if (byHand || byGroup) {
         s.handWins.assign(count1, 0);
         s.handTies.assign(count1, 0);
         s.handPacked.assign(count1, 0);
         s.classParts.assign(std::size_t(classPartCount) * valueClassCount, 0);
     }
+    if (byGroup) {
+        s.groupWins.assign(groupCount, 0);
+        s.groupTies.assign(groupCount, 0);
+    }
+    // Groups that some symmetry splits would need the per-hand folding: count those without.
+    const std::vector<SuitPermutation> identity(
+        symmetriesGiven.begin(), symmetriesGiven.begin() + (symmetriesGiven.empty() ? 0 : 1));
+    const std::vector<SuitPermutation>& symmetries =
+        byGroup && !groupsKeptBy(symmetriesGiven) ? identity : symmetriesGiven;
     int deck[52];
     int deckSize = 0;
     for (int card = 0; card < 52; ++card)
         if (!((excluded >> card) & 1))
             deck[deckSize++] = card;
-    const std::int64_t groupSize = static_cast<std::int64_t>(symmetries.size());
+    const std::int64_t symmetryCount = static_cast<std::int64_t>(symmetries.size());
     // A hand's weighted counter is at most (boards) x (hands of range2); the walk per value
     // class packs two counters in a word when that stays below 2^32 (always, in practice:
     // the largest case, preflop with six dead cards, stays below 2^30).
     const bool classWalk =
-        byValueClass && (!byHand || binomial(deckSize, count) * std::uint64_t(hands.size()) <
-                                        (std::uint64_t(1) << 32));
+        byValueClass &&
+        (!(byHand || byGroup) ||
+         binomial(deckSize, count) * std::uint64_t(hands.size()) < (std::uint64_t(1) << 32));
 
     // Iterates the `count`-subsets of the deck in lexicographic order of positions.
     int position[5] = {0, 1, 2, 3, 4};
@@ -618,7 +720,7 @@ void BoardEnumeration::addBoards(CardMask fixed, CardMask excluded, int count,
         }
         if (smallest) {
             const CardMask board = fixed | added;
-            const std::int64_t weight = groupSize / stabiliser;
+            const std::int64_t weight = symmetryCount / stabiliser;
             if (!classWalk || !countBoardByValueClass(board, weight, s))
                 countBoard(board, weight, s);
         }
@@ -635,39 +737,54 @@ void BoardEnumeration::addBoards(CardMask fixed, CardMask excluded, int count,
 
     tally.wins += sign * s.wins;
     tally.ties += sign * s.ties;
-    if (byHand) {
-        if (tally.handWins.size() != count1) {
-            tally.handWins.assign(count1, 0);
-            tally.handTies.assign(count1, 0);
-        }
-        // Fold the orbit-weighted counters over the symmetries: the exact counter of a hand
-        // is the mean of the weighted counters of its images.
-        if (classWalk) {
-            for (int k = 0; k < valueClassCount; ++k) {
-                const std::uint64_t* parts = s.classParts.data() + classPartCount * k;
-                for (unsigned bits = grid1[k]; bits; bits &= bits - 1) {
-                    const int bit = lowestBit64(bits);
-                    s.handPacked[slotOfGrid[k][bit]] +=
-                        parts[bit >> 2] - parts[4 + (bit & 3)] +
-                        (((grid2[k] >> bit) & 1) ? parts[8] << 32 : 0);
-                }
+    if (!byHand && !byGroup)
+        return;
+    if (classWalk) {
+        for (int k = 0; k < valueClassCount; ++k) {
+            const std::uint64_t* parts = s.classParts.data() + classPartCount * k;
+            for (unsigned bits = grid1[k]; bits; bits &= bits - 1) {
+                const int bit = lowestBit64(bits);
+                s.handPacked[slotOfGrid[k][bit]] += parts[bit >> 2] - parts[4 + (bit & 3)] +
+                                                    (((grid2[k] >> bit) & 1) ? parts[8] << 32 : 0);
             }
         }
+    }
+    for (std::size_t slot = 0; slot < count1; ++slot) {
+        s.handWins[slot] += std::int64_t(s.handPacked[slot] & 0xFFFFFFFFu);
+        s.handTies[slot] += std::int64_t(s.handPacked[slot] >> 32);
+    }
+    if (byGroup) {
+        // Orbit-weighted counters summed over a group that is a union of orbits are exact.
         for (std::size_t slot = 0; slot < count1; ++slot) {
-            s.handWins[slot] += std::int64_t(s.handPacked[slot] & 0xFFFFFFFFu);
-            s.handTies[slot] += std::int64_t(s.handPacked[slot] >> 32);
+            s.groupWins[groupOfSlot[slot]] += s.handWins[slot];
+            s.groupTies[groupOfSlot[slot]] += s.handTies[slot];
         }
-        for (std::size_t slot = 0; slot < count1; ++slot) {
-            std::int64_t w = 0;
-            std::int64_t t = 0;
-            for (const SuitPermutation& perm : symmetries) {
-                const int image = slotOfHand[handIndex(permuteCards(hands1[slot], perm))];
-                w += s.handWins[image];
-                t += s.handTies[image];
-            }
-            tally.handWins[slot] += sign * (w / groupSize);
-            tally.handTies[slot] += sign * (t / groupSize);
+        if (tally.groupWins.size() != groupCount) {
+            tally.groupWins.assign(groupCount, 0);
+            tally.groupTies.assign(groupCount, 0);
         }
+        for (std::size_t g = 0; g < groupCount; ++g) {
+            tally.groupWins[g] += sign * s.groupWins[g];
+            tally.groupTies[g] += sign * s.groupTies[g];
+        }
+        return;
+    }
+    if (tally.handWins.size() != count1) {
+        tally.handWins.assign(count1, 0);
+        tally.handTies.assign(count1, 0);
+    }
+    // Fold the orbit-weighted counters over the symmetries: the exact counter of a hand is the
+    // mean of the weighted counters of its images.
+    for (std::size_t slot = 0; slot < count1; ++slot) {
+        std::int64_t w = 0;
+        std::int64_t t = 0;
+        for (const SuitPermutation& perm : symmetries) {
+            const int image = slotOfHand[handIndex(permuteCards(hands1[slot], perm))];
+            w += s.handWins[image];
+            t += s.handTies[image];
+        }
+        tally.handWins[slot] += sign * (w / symmetryCount);
+        tally.handTies[slot] += sign * (t / symmetryCount);
     }
 }
 

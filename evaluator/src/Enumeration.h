@@ -24,12 +24,18 @@
 // the class takes below - below[c1] - below[c2] (and the same for ties) from the running
 // per-card counts, so no hand is ranked and nothing is sorted; only the arithmetic is per
 // hand.
+// Per-group counters (range1 split into groups by the caller, say by the hand's features on
+// the board) need not even that: the class formula holds for any subset of a class's grid, so
+// each class adds one term per group it meets, usually one.
 //
 // Boards are enumerated as a fixed part plus every set of `count` further cards. Suit
 // permutations that leave the fixed cards, the excluded cards and both ranges unchanged map
 // boards onto boards with the same counts; only the smallest board mask of each orbit is
 // counted, weighted by the orbit's size. Per-hand counters are folded back over the same
-// permutations at the end, which makes them exact again.
+// permutations at the end, which makes them exact again. Per-group counters need no folding
+// when every group is a union of orbits of hands (true of groups decided by the hand and the
+// fixed board alone): a board and its image then give each group the same sum. Groups that
+// are not are counted without symmetries.
 
 #include "Cards.h"
 #include "RankTables.h"
@@ -49,6 +55,8 @@ struct Tally {
     std::int64_t ties = 0;
     std::vector<std::int64_t> handWins; // per hand of range1 (in the order given), by-hand mode
     std::vector<std::int64_t> handTies;
+    std::vector<std::int64_t> groupWins; // per group of range1, by-group mode
+    std::vector<std::int64_t> groupTies;
 };
 
 class BoardEnumeration {
@@ -61,6 +69,11 @@ public:
 
     BoardEnumeration(const std::vector<CardMask>& hands1, const std::vector<CardMask>& hands2,
                      bool byHand, Method method = Method::automatic);
+    // By-group mode: `groupOfHand[i]` (below `groupCount`) is the group of hands1[i]; the
+    // tally's group counters sum the per-hand counters of each group.
+    BoardEnumeration(const std::vector<CardMask>& hands1, const std::vector<CardMask>& hands2,
+                     const std::vector<std::uint32_t>& groupOfHand, std::size_t groupCount,
+                     Method method = Method::automatic);
 
     // Adds sign x the counts of every board `fixed` + C, C any `count` cards outside
     // `excluded` (which must contain `fixed`). `symmetries` must keep `fixed`, `excluded`
@@ -87,9 +100,19 @@ private:
     void addHandParts(const LiveClass& c, const std::uint64_t* rowPart,
                       const std::uint64_t* columnPart, std::uint64_t factor,
                       Scratch& scratch) const;
+    // By-group mode: adds a class's counters to its groups when the class has few enough
+    // groups; false when its hands must go through the per-hand counters instead.
+    // `partCounts(grid)` gives the {wins, ties} of the range1 hands of a part of the grid.
+    template <typename PartCounts>
+    bool addGroupParts(int klass, unsigned live1, std::int64_t classWins, std::int64_t classTies,
+                       std::int64_t weight, Scratch& scratch, const PartCounts& partCounts) const;
+    // Whether every symmetry maps each hand of range1 to a hand of the same group.
+    bool groupsKeptBy(const std::vector<SuitPermutation>& symmetries) const;
+    void prepare(const std::vector<CardMask>& hands2, Method method);
 
     const RankTables& tables;
     bool byHand;
+    bool byGroup = false;
     std::size_t count1 = 0;
     // The union of both ranges, each hand once.
     struct Entry {
@@ -106,6 +129,20 @@ private:
     std::vector<Entry> suited[4]; // hands (of either range) with both cards of one suit
     std::vector<int> slotOfHand;  // hand index -> position in hands1, or -1
     std::vector<CardMask> hands1;
+    // By-group mode: the group of each hand of hands1, and per class its range1 hands split by
+    // group, the largest part first: the parts of class k are
+    // groupParts[groupPartBegin[k] .. groupPartBegin[k + 1]). A class of one group adds its
+    // totals to the group, one of a few groups the class formula over all parts but the first,
+    // which takes the rest; the hands of a class of more groups go through the per-hand
+    // counters, summed per group at the end.
+    struct GroupPart {
+        std::uint16_t grid;
+        std::uint32_t group;
+    };
+    std::vector<std::uint32_t> groupOfSlot;
+    std::size_t groupCount = 0;
+    std::vector<GroupPart> groupParts;
+    std::uint16_t groupPartBegin[valueClassCount + 1] = {};
 };
 
 std::uint64_t binomial(int n, int k);

@@ -119,15 +119,94 @@ std::string textOfHand(CardMask hand) {
     return textOfCard(low) + textOfCard(high);
 }
 
+// Opponents of each live hand of range1: the range2 hands sharing no card with it.
+std::vector<std::int64_t> opponentCounts(const Problem& p) {
+    std::int64_t byCard2[52];
+    countHandsByCard(p.live2, byCard2);
+    // Membership by hand index: a search per hand mispredicts its way through every level.
+    std::vector<std::uint8_t> inRange2(handCount, 0);
+    for (CardMask hand : p.live2)
+        inRange2[std::size_t(handIndex(hand))] = 1;
+    std::vector<std::int64_t> counts(p.live1.size());
+    for (std::size_t i = 0; i < p.live1.size(); ++i) {
+        const CardMask hand = p.live1[i];
+        counts[i] = std::int64_t(p.live2.size()) - byCard2[lowestBit64(hand)] -
+                    byCard2[highestBit64(hand)] + inRange2[std::size_t(handIndex(hand))];
+    }
+    return counts;
+}
+
+// Group counters: straight from the enumeration when the board is dealt, otherwise summed from
+// the per-hand counters of the preflop ways.
+Tally solveByGroup(const Problem& p, const std::vector<std::uint32_t>& groupOf,
+                   std::size_t groupCount, const volatile bool& stop) {
+    if (stopRequested(stop))
+        throw TerminationOccured();
+    Tally tally;
+    tally.groupWins.assign(groupCount, 0);
+    tally.groupTies.assign(groupCount, 0);
+    if (p.matchups == 0 || p.completions == 0)
+        return tally;
+    if (p.boardCards == 0) {
+        const Tally byHand = solve(p, true, stop);
+        for (std::size_t i = 0; i < byHand.handWins.size(); ++i) {
+            tally.groupWins[groupOf[i]] += byHand.handWins[i];
+            tally.groupTies[groupOf[i]] += byHand.handTies[i];
+        }
+        return tally;
+    }
+    const BoardEnumeration enumeration(p.live1, p.live2, groupOf, groupCount);
+    const auto symmetries = suitSymmetries({p.board, p.dead}, {&p.live1, &p.live2});
+    enumeration.addBoards(p.board, p.board | p.dead, 5 - p.boardCards, symmetries, 1, tally, stop);
+    return tally;
+}
+
 } // namespace
+
+std::vector<KeyedOutcome> outcomesByKey(const std::string& range1, const std::string& range2,
+                                        const std::string& board, const std::string& dead,
+                                        const std::function<std::uint64_t(CardMask)>& keyOf,
+                                        const volatile bool& stop) {
+    const Problem p = prepareProblem(range1, range2, board, dead);
+    // Group numbers in order of first appearance through a small open-addressing table (a range
+    // has at most 1,326 hands, so at most that many keys); the records are put in key order
+    // at the end.
+    constexpr std::size_t tableSize = 4096;
+    std::vector<std::int32_t> table(tableSize, -1);
+    std::vector<KeyedOutcome> result;
+    std::vector<std::uint32_t> groupOf(p.live1.size());
+    for (std::size_t i = 0; i < p.live1.size(); ++i) {
+        if (i % 64 == 0 && stopRequested(stop))
+            throw TerminationOccured();
+        const std::uint64_t key = keyOf(p.live1[i]);
+        std::size_t slot = std::size_t((key * 0x9E3779B97F4A7C15ULL) >> 52);
+        while (table[slot] >= 0 && result[std::size_t(table[slot])].key != key)
+            slot = (slot + 1) & (tableSize - 1);
+        if (table[slot] < 0) {
+            table[slot] = static_cast<std::int32_t>(result.size());
+            result.push_back({key, 0, 0, 0});
+        }
+        groupOf[i] = static_cast<std::uint32_t>(table[slot]);
+    }
+    const Tally tally = solveByGroup(p, groupOf, result.size(), stop);
+    const std::vector<std::int64_t> opponents = opponentCounts(p);
+    for (std::size_t i = 0; i < p.live1.size(); ++i)
+        result[groupOf[i]].total += static_cast<std::uint64_t>(opponents[i]) * p.completions;
+    for (std::size_t g = 0; g < result.size(); ++g) {
+        result[g].wins = static_cast<std::uint64_t>(tally.groupWins[g]);
+        result[g].ties = static_cast<std::uint64_t>(tally.groupTies[g]);
+    }
+    std::sort(result.begin(), result.end(),
+              [](const KeyedOutcome& a, const KeyedOutcome& b) { return a.key < b.key; });
+    return result;
+}
 
 std::vector<HandOutcome> handOutcomes(const std::string& range1, const std::string& range2,
                                       const std::string& board, const std::string& dead,
                                       const volatile bool& stop) {
     const Problem p = prepareProblem(range1, range2, board, dead);
     const Tally tally = solve(p, true, stop);
-    std::int64_t byCard2[52];
-    countHandsByCard(p.live2, byCard2);
+    const std::vector<std::int64_t> opponents = opponentCounts(p);
     std::vector<HandOutcome> result(p.hands1.size());
     std::size_t live = 0;
     for (std::size_t i = 0; i < p.hands1.size(); ++i) {
@@ -139,10 +218,7 @@ std::vector<HandOutcome> handOutcomes(const std::string& range1, const std::stri
         const std::size_t slot = live++;
         if (tally.handWins.empty())
             continue; // no matchup possible at all
-        const bool alsoInRange2 = std::binary_search(p.live2.begin(), p.live2.end(), hand);
-        const std::int64_t opponents = std::int64_t(p.live2.size()) - byCard2[lowestBit64(hand)] -
-                                       byCard2[highestBit64(hand)] + (alsoInRange2 ? 1 : 0);
-        record.total = static_cast<std::uint64_t>(opponents) * p.completions;
+        record.total = static_cast<std::uint64_t>(opponents[slot]) * p.completions;
         record.wins = static_cast<std::uint64_t>(tally.handWins[slot]);
         record.ties = static_cast<std::uint64_t>(tally.handTies[slot]);
     }

@@ -5,6 +5,7 @@
 
 #include "BruteForce.h"
 #include "Enumeration.h"
+#include "HandOutcomes.h"
 #include "Problem.h"
 #include "SuitSymmetry.h"
 #include "VelmaraEvaluatorBase.h"
@@ -12,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <random>
 #include <string>
 #include <vector>
@@ -212,6 +214,36 @@ TEST_F(ValueClass, PreflopDeadCardsEqualTheSumOfTheHands) {
 
 namespace {
 
+// A random problem for the per-hand and per-group comparisons: flops, turns and rivers in turn,
+// dead cards every other round, a board of three suited cards every fourth round, the same
+// range on both sides every sixth.
+struct RandomCase {
+    std::string board, dead, range1, range2;
+};
+
+RandomCase randomCase(std::mt19937& random, int round) {
+    std::vector<int> deck(52);
+    for (int i = 0; i < 52; ++i)
+        deck[i] = i;
+    std::shuffle(deck.begin(), deck.end(), random);
+    if (round % 4 == 0) {
+        const int suit = static_cast<int>(random() % 4);
+        std::stable_partition(deck.begin(), deck.end(),
+                              [&](int card) { return card / 13 == suit; });
+        std::shuffle(deck.begin() + 2 + round % 3, deck.end(), random);
+    }
+    const int boardCards = 3 + round % 3;
+    const int deadCards = round % 2 ? 1 + static_cast<int>(random() % 3) : 0;
+    RandomCase c;
+    c.board = cardsText(deck, 0, boardCards);
+    c.dead = cardsText(deck, boardCards, deadCards);
+    // Flops count narrower ranges, to keep the reference quick.
+    const int tokens = boardCards == 3 ? 4 + round % 20 : 10 + round % 60;
+    c.range1 = randomRange(random, tokens, true);
+    c.range2 = round % 6 == 0 ? c.range1 : randomRange(random, tokens, true);
+    return c;
+}
+
 // Per-hand counters of range1 over every completion of the problem's board.
 Tally countByHandWith(const Problem& p, BoardEnumeration::Method method) {
     const BoardEnumeration enumeration(p.live1, p.live2, true, method);
@@ -230,24 +262,8 @@ Tally countByHandWith(const Problem& p, BoardEnumeration::Method method) {
 TEST_F(ValueClass, PerHandCountersAgreeWithCountingPerHand) {
     std::mt19937 random(9100);
     for (int round = 0; round < 60; ++round) {
-        std::vector<int> deck(52);
-        for (int i = 0; i < 52; ++i)
-            deck[i] = i;
-        std::shuffle(deck.begin(), deck.end(), random);
-        if (round % 4 == 0) {
-            const int suit = static_cast<int>(random() % 4);
-            std::stable_partition(deck.begin(), deck.end(),
-                                  [&](int card) { return card / 13 == suit; });
-            std::shuffle(deck.begin() + 2 + round % 3, deck.end(), random);
-        }
-        const int boardCards = 3 + round % 3;
-        const int deadCards = round % 2 ? 1 + static_cast<int>(random() % 3) : 0;
-        const std::string board = cardsText(deck, 0, boardCards);
-        const std::string dead = cardsText(deck, boardCards, deadCards);
-        // Flops count narrower ranges, to keep the reference quick.
-        const int tokens = boardCards == 3 ? 4 + round % 20 : 10 + round % 60;
-        const std::string range1 = randomRange(random, tokens, true);
-        const std::string range2 = round % 6 == 0 ? range1 : randomRange(random, tokens, true);
+        const RandomCase c = randomCase(random, round);
+        const std::string &board = c.board, &dead = c.dead, &range1 = c.range1, &range2 = c.range2;
         SCOPED_TRACE(range1 + " vs " + range2 + " on " + board + " dead " + dead);
         const Problem p = prepareProblem(range1, range2, board, dead);
         const Tally perClass = countByHandWith(p, BoardEnumeration::Method::perValueClass);
@@ -303,4 +319,168 @@ TEST_F(ValueClass, FullRangesByHandAgreeWithCountingPerHand) {
         EXPECT_EQ(ties, e.ties);
         EXPECT_EQ(total, e.total);
     }
+}
+
+namespace {
+
+// Group counters of range1 over every completion of the problem's board.
+Tally countByGroupWith(const Problem& p, const std::vector<std::uint32_t>& groupOf,
+                       std::size_t groupCount, BoardEnumeration::Method method) {
+    const BoardEnumeration enumeration(p.live1, p.live2, groupOf, groupCount, method);
+    const auto symmetries = suitSymmetries({p.board, p.dead}, {&p.live1, &p.live2});
+    Tally tally;
+    volatile bool stop = false;
+    enumeration.addBoards(p.board, p.board | p.dead, 5 - p.boardCards, symmetries, 1, tally, stop);
+    return tally;
+}
+
+// Three ways to split range1: by the value class of the hand (kept by every suit symmetry),
+// by the hand's suits being equal (also kept), and by a scramble of the mask that suit
+// permutations do not keep, which must still count exactly.
+enum class Split { valueClass, suitedness, scramble };
+
+std::uint32_t groupOfHand(CardMask hand, Split split) {
+    const int low = lowestBit64(hand);
+    const int high = highestBit64(hand);
+    switch (split) {
+    case Split::valueClass:
+        return std::uint32_t(std::max(low % 13, high % 13) * 13 + std::min(low % 13, high % 13));
+    case Split::suitedness:
+        return low / 13 == high / 13 ? 1u : 0u;
+    case Split::scramble:
+        return std::uint32_t((hand * 0x9E3779B97F4A7C15ULL) >> 61);
+    }
+    return 0;
+}
+
+} // namespace
+
+namespace {
+
+// The group counters of both counting methods against the per-hand counters of counting per
+// hand, summed per group.
+void expectGroupCountersOf(const Problem& p, Split split) {
+    std::vector<std::uint32_t> groupOf;
+    std::size_t groupCount = 0;
+    for (CardMask hand : p.live1) {
+        groupOf.push_back(groupOfHand(hand, split));
+        groupCount = std::max<std::size_t>(groupCount, groupOf.back() + 1);
+    }
+    const Tally perHand = countByHandWith(p, BoardEnumeration::Method::perHand);
+    std::vector<std::int64_t> wins(groupCount, 0), ties(groupCount, 0);
+    for (std::size_t i = 0; i < p.live1.size(); ++i) {
+        wins[groupOf[i]] += perHand.handWins[i];
+        ties[groupOf[i]] += perHand.handTies[i];
+    }
+    for (auto method :
+         {BoardEnumeration::Method::perValueClass, BoardEnumeration::Method::perHand}) {
+        const Tally byGroup = countByGroupWith(p, groupOf, groupCount, method);
+        EXPECT_EQ(byGroup.wins, perHand.wins);
+        EXPECT_EQ(byGroup.ties, perHand.ties);
+        ASSERT_EQ(byGroup.groupWins.size(), groupCount);
+        for (std::size_t g = 0; g < groupCount; ++g) {
+            EXPECT_EQ(byGroup.groupWins[g], wins[g]) << "group " << g;
+            EXPECT_EQ(byGroup.groupTies[g], ties[g]) << "group " << g;
+        }
+    }
+}
+
+} // namespace
+
+// Group counters on random ranges, boards of every size, dead cards and boards of three
+// suited cards.
+TEST_F(ValueClass, GroupCountersAreThePerHandCountersSummedPerGroup) {
+    std::mt19937 random(4711);
+    for (int round = 0; round < 45; ++round) {
+        const RandomCase c = randomCase(random, round);
+        SCOPED_TRACE(c.range1 + " vs " + c.range2 + " on " + c.board + " dead " + c.dead +
+                     " split " + std::to_string(round % 3));
+        expectGroupCountersOf(prepareProblem(c.range1, c.range2, c.board, c.dead),
+                              Split(round % 3));
+    }
+}
+
+// Boards and ranges with many suit symmetries (monotone and paired boards, ranges of whole
+// tokens): the scramble split, which the symmetries do not keep, must still count exactly.
+TEST_F(ValueClass, GroupCountersStayExactUnderSuitSymmetries) {
+    struct Case {
+        const char* range1;
+        const char* range2;
+        const char* board;
+    };
+    const Case cases[] = {
+        {"AA,KK,QQ,AKs,AKo,KQs,JTs,T9s,76s,A5s,98o", "22,33,JJ,TT,AQo,KJs,QJs,87s", "Kh9h4h"},
+        {"AA,KK,QQ,AKs,AKo,KQs,JTs,T9s,76s,A5s,98o", "22,33,JJ,TT,AQo,KJs,QJs,87s", "Kh9h4h2h"},
+        {"AA,KK,QQ,AKs,AKo,KQs,JTs,T9s,76s,A5s,98o", "22,33,JJ,TT,AQo,KJs,QJs,87s", "8d8h3s"},
+        {"66,77,88,99,TT,JJ,QQ,KK,AA,A2s,A3s,A4s,KQo,QJo,JTo,T9o,98s,87s,76s,65s,54s",
+         "66,77,88,99,TT,JJ,QQ,KK,AA,ATs,AJs,AQs,AKs,KQs,AQo,AKo", "7c7d7h"}};
+    for (const Case& c : cases) {
+        const Problem p = prepareProblem(c.range1, c.range2, c.board, "");
+        ASSERT_GT(suitSymmetries({p.board, p.dead}, {&p.live1, &p.live2}).size(), 1u) << c.board;
+        for (Split split : {Split::valueClass, Split::suitedness, Split::scramble}) {
+            SCOPED_TRACE(std::string(c.board) + " split " + std::to_string(int(split)));
+            expectGroupCountersOf(p, split);
+        }
+    }
+}
+
+// Keyed outcomes through the library function: full ranges on a flop and a turn (with dead
+// cards), and preflop with and without dead cards, against the per-hand records summed per key.
+TEST_F(ValueClass, OutcomesByKeySumTheHandOutcomesOfEachKey) {
+    std::string all;
+    for (int a = 0; a < 52; ++a)
+        for (int b = a + 1; b < 52; ++b)
+            all += (all.empty() ? "" : ",") + bruteforce::textOfCard(a) + bruteforce::textOfCard(b);
+    struct Case {
+        std::string range1, range2, board, dead;
+    };
+    const Case cases[] = {{all, all, "Kh9h4c", ""},
+                          {all, "22,55,99,JJ,QQ,KK,AA,A2s,A5s,AKs,K9o,KTo,KQo", "Ts7s2d5c", "AhQd"},
+                          {"AA,KK,AKs,T9s,76o", "QQ,JJ,AQo", "", ""},
+                          {"AA,KK,AKs,T9s,76o", "QQ,JJ,AQo", "", "2c3d"}};
+    volatile bool stop = false;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.board + " dead " + c.dead);
+        const auto keyOf = [](CardMask hand) {
+            return std::uint64_t(groupOfHand(hand, Split::valueClass)) * 2 +
+                   groupOfHand(hand, Split::suitedness);
+        };
+        const std::vector<KeyedOutcome> keyed =
+            outcomesByKey(c.range1, c.range2, c.board, c.dead, keyOf, stop);
+        const std::vector<HandOutcome> byHand =
+            handOutcomes(c.range1, c.range2, c.board, c.dead, stop);
+        std::map<std::uint64_t, KeyedOutcome> expected;
+        for (const HandOutcome& o : byHand) {
+            if (o.total == 0)
+                continue;
+            KeyedOutcome& e = expected[keyOf(o.hand)];
+            e.key = keyOf(o.hand);
+            e.total += o.total;
+            e.wins += o.wins;
+            e.ties += o.ties;
+        }
+        ASSERT_FALSE(keyed.empty());
+        std::size_t nonEmpty = 0;
+        for (std::size_t i = 0; i < keyed.size(); ++i) {
+            if (i > 0) {
+                EXPECT_LT(keyed[i - 1].key, keyed[i].key);
+            }
+            if (keyed[i].total == 0)
+                continue; // live hands without an opponent
+            ++nonEmpty;
+            const auto it = expected.find(keyed[i].key);
+            ASSERT_NE(it, expected.end()) << keyed[i].key;
+            EXPECT_EQ(keyed[i].total, it->second.total) << keyed[i].key;
+            EXPECT_EQ(keyed[i].wins, it->second.wins) << keyed[i].key;
+            EXPECT_EQ(keyed[i].ties, it->second.ties) << keyed[i].key;
+        }
+        EXPECT_EQ(nonEmpty, expected.size());
+    }
+}
+
+TEST_F(ValueClass, OutcomesByKeyStopsOnTheFlag) {
+    volatile bool stop = true;
+    EXPECT_THROW(outcomesByKey(
+                     "AA", "KK", "Ks7h2d", "", [](CardMask) { return 0ULL; }, stop),
+                 TerminationOccured);
 }

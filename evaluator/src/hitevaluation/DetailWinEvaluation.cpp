@@ -3,10 +3,10 @@
 // per completed board), and each outcome is added to the entries whose key range1's hand
 // meets on the board as given, not on the completed board.
 //
-// The showdowns are those of getWinEvaluationByHand (handOutcomes, without the hand texts):
-// the same enumeration as getEquity, with its counters kept per hand of range1. Each hand's
-// counters then go to every entry whose key its feature word meets, so a hand counts for all the
-// entries it belongs to.
+// The hands of range1 are grouped by their feature word on the board as given, and the
+// enumeration of getEquity counts per group (outcomesByKey): a value class whose hands share a
+// word costs it what it costs getEquity. Each group's counters then go to every entry whose
+// key its word meets, so a hand counts for all the entries it belongs to.
 
 #include "VelmaraEvaluatorBase.h"
 
@@ -25,48 +25,29 @@ int saturated(std::uint64_t value) {
     return value > std::uint64_t(INT_MAX) ? INT_MAX : static_cast<int>(value);
 }
 
-struct FeaturedOutcome {
-    qve::FeatureWord features;
-    std::uint64_t wins, losses, ties;
-};
-
 } // namespace
 
 void getDetailWinEvaluation(const std::string& range1, const std::string& range2,
                             const std::string& board, const std::string& dead,
                             std::vector<DetailWinEvaluation>& evaluations, volatile bool& stop) {
     const qve::CardMask boardMask = qve::boardOfText(board);
-    const qve::CardMask blocked = boardMask | qve::deadOfText(dead, boardMask);
+    qve::deadOfText(dead, boardMask); // the messages of the hit evaluations for bad input
     if (stop)
         throw TerminationOccured();
     if (evaluations.empty())
         return;
-    const std::vector<qve::HandOutcome> byHand =
-        qve::handOutcomes(range1, range2, board, dead, stop);
-    if (stop)
-        throw TerminationOccured();
-
-    std::vector<FeaturedOutcome> outcomes;
-    outcomes.reserve(byHand.size());
-    for (const qve::HandOutcome& record : byHand) {
-        if (stop) // the feature words of a full range take a good part of a millisecond
-            throw TerminationOccured();
-        if (record.total == 0)
-            continue; // the hand cannot occur, or meets no opponent
-        if (record.hand & blocked)
-            continue;
-        outcomes.push_back({qve::handFeatures(record.hand, boardMask), record.wins,
-                            record.total - record.wins - record.ties, record.ties});
-    }
+    const std::vector<qve::KeyedOutcome> outcomes = qve::outcomesByKey(
+        range1, range2, board, dead,
+        [boardMask](qve::CardMask hand) { return qve::handFeatures(hand, boardMask); }, stop);
     // The last look at the flag: the entries are written all or none.
     if (stop)
         throw TerminationOccured();
     for (DetailWinEvaluation& entry : evaluations) {
         std::uint64_t wins = 0, losses = 0, ties = 0;
-        for (const FeaturedOutcome& o : outcomes) {
-            if (qve::meetsKey(o.features, entry.key.positive, entry.key.exclusive)) {
+        for (const qve::KeyedOutcome& o : outcomes) {
+            if (qve::meetsKey(o.key, entry.key.positive, entry.key.exclusive)) {
                 wins += o.wins;
-                losses += o.losses;
+                losses += o.total - o.wins - o.ties;
                 ties += o.ties;
             }
         }

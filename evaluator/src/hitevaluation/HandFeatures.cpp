@@ -9,48 +9,98 @@ namespace qve {
 namespace {
 
 // Ranks are value bits inside a lane: 0 is the deuce, 12 the ace. A rank set is a 13-bit
-// word of them.
+// word of them. A set of straight windows is a 13-bit word too, one bit per window at the
+// rank of its highest card (3 is the wheel).
 constexpr int Ace = 12;
 constexpr unsigned AllRanks = 0x1FFF;
+constexpr unsigned WheelRanks = 0x100F;
+constexpr unsigned WheelWindow = 1U << 3;
 
-// Inline bit trick: without a hardware instruction in the target, the builtin is a library
-// call, and feature words are decided once per hand for every showdown evaluation.
+// Inline bit tricks: without a hardware instruction in the target, the builtin popcount is a
+// library call, and feature words are decided once per hand for every hit evaluation.
 int bitCount(std::uint64_t x) {
     x = x - ((x >> 1) & 0x5555555555555555ULL);
     x = (x & 0x3333333333333333ULL) + ((x >> 2) & 0x3333333333333333ULL);
     x = (x + (x >> 4)) & 0x0F0F0F0F0F0F0F0FULL;
     return int((x * 0x0101010101010101ULL) >> 56);
 }
+// Count of a 13-bit rank set.
+int rankCount(unsigned x) {
+    x = x - ((x >> 1) & 0x5555U);
+    x = (x & 0x3333U) + ((x >> 2) & 0x3333U);
+    x = (x + (x >> 4)) & 0x0F0FU;
+    return int((x + (x >> 8)) & 0x1FU);
+}
+bool severalBits(unsigned x) {
+    return (x & (x - 1)) != 0;
+}
 int highestBit(unsigned x) {
     return 31 - __builtin_clz(x);
+}
+int lowestBit(unsigned x) {
+    return __builtin_ctz(x);
 }
 
 unsigned laneOf(CardMask cards, int suit) {
     return unsigned(cards >> (13 * suit)) & AllRanks;
 }
 
-unsigned ranksOf(CardMask cards) {
-    return laneOf(cards, 0) | laneOf(cards, 1) | laneOf(cards, 2) | laneOf(cards, 3);
-}
-
 // The five ranks of the straight whose highest card is `top` (3 is the five of the wheel).
 unsigned straightWindow(int top) {
-    return top == 3 ? 0x100FU : (0x1FU << (top - 4));
+    return top == 3 ? WheelRanks : (0x1FU << (top - 4));
 }
 
-// Highest card of the best straight in a rank set, or -1; a table over all 8192 sets.
+// The windows that hold at least one rank of `ranks`.
+unsigned windowsHolding(unsigned ranks) {
+    const unsigned above =
+        (ranks | (ranks << 1) | (ranks << 2) | (ranks << 3) | (ranks << 4)) & AllRanks & ~0xFU;
+    return above | ((ranks & WheelRanks) ? WheelWindow : 0U);
+}
+
+// The union of the ranks of a set of windows.
+unsigned ranksOfWindows(unsigned windows) {
+    const unsigned below =
+        windows | (windows >> 1) | (windows >> 2) | (windows >> 3) | (windows >> 4);
+    return (below | ((windows & WheelWindow) ? (1U << Ace) : 0U)) & AllRanks;
+}
+
+// Per rank set, three tables over all 8192 sets:
+// - `top`: highest card of the best straight, or -1;
+// - `completing`: for a set without a straight, the windows that are the best straight of the
+//   set plus one missing rank, for every missing rank that makes one. Each such window lacks
+//   exactly its one rank, so a subset of them names its completing ranks by
+//   ranksOfWindows(subset) & ~set. Meaningless for a set that holds a straight already.
+// - `twoShort`: the windows that lack exactly two ranks of the set.
+// And `windowRanks`, ranksOfWindows of every window set, indexed by the set shifted down by
+// three (no window tops below the wheel's five).
 struct StraightTable {
     std::array<signed char, 8192> top{};
+    std::array<std::uint16_t, 8192> completing{};
+    std::array<std::uint16_t, 8192> twoShort{};
+    std::array<std::uint16_t, 1024> windowRanks{};
     StraightTable() {
+        for (unsigned windows = 0; windows < 1024; ++windows)
+            windowRanks[windows] = static_cast<std::uint16_t>(ranksOfWindows(windows << 3));
         for (unsigned ranks = 0; ranks < 8192; ++ranks) {
             top[ranks] = -1;
+            unsigned windows = 0;
             for (int high = Ace; high >= 3; --high) {
                 const unsigned window = straightWindow(high);
-                if ((ranks & window) == window) {
+                if ((ranks & window) == window && top[ranks] < 0)
                     top[ranks] = static_cast<signed char>(high);
-                    break;
-                }
+                if (rankCount(window & ~ranks) == 2)
+                    windows |= 1U << high;
             }
+            twoShort[ranks] = static_cast<std::uint16_t>(windows);
+        }
+        for (unsigned ranks = 0; ranks < 8192; ++ranks) {
+            unsigned windows = 0;
+            for (unsigned rest = AllRanks & ~ranks; rest; rest &= rest - 1) {
+                const int best = top[ranks | (rest & (~rest + 1))];
+                if (best >= 0)
+                    windows |= 1U << best;
+            }
+            completing[ranks] = static_cast<std::uint16_t>(windows);
         }
     }
 };
@@ -66,70 +116,33 @@ int straightTop(unsigned ranks) {
 
 // Number of ranks above `rank` in `ranks`.
 int ranksAbove(unsigned ranks, int rank) {
-    return bitCount(ranks & (AllRanks << (rank + 1)) & AllRanks);
+    return rankCount(ranks & (AllRanks << (rank + 1)) & AllRanks);
 }
 
-// The ranks that complete a straight whose best window holds at least one of `holeOnly` (hole
-// ranks that are not on the board): a card of such a rank improves the hand to a straight that
-// the board cannot give alone. `ranks` holds no straight.
-unsigned straightOuts(unsigned ranks, unsigned holeOnly) {
-    // The table once per call: the backdoor map asks this 13 x 13 times per hand.
-    const StraightTable& table = straightTable();
-    unsigned outs = 0;
-    for (int r = 0; r <= Ace; ++r) {
-        const unsigned card = 1U << r;
-        if (ranks & card)
-            continue;
-        const int top = table.top[(ranks | card) & AllRanks];
-        if (top >= 0 && (straightWindow(top) & holeOnly))
-            outs |= card;
-    }
-    return outs;
+// The ranks that complete a straight whose best window holds at least one hole rank that is
+// not on the board (`holeWindows` = windowsHolding of those ranks): a card of such a rank
+// improves the hand to a straight that the board cannot give alone. `ranks` holds no straight.
+unsigned straightOuts(const StraightTable& table, unsigned ranks, unsigned holeWindows) {
+    return table.windowRanks[(table.completing[ranks] & holeWindows) >> 3] & ~ranks;
 }
 
 // Runner-runner straight potential on a flop: for each turn rank that is neither on the
 // table nor an out already, the new outs that it opens. Entry t is that set of out ranks.
 using BackdoorMap = std::array<unsigned, 13>;
 
-BackdoorMap backdoorOuts(unsigned ranks, unsigned holeOnly, unsigned flopOuts) {
-    BackdoorMap map{};
-    for (int t = 0; t <= Ace; ++t) {
-        const unsigned turn = 1U << t;
-        if ((ranks & turn) || (flopOuts & turn))
-            continue;
-        map[t] = straightOuts(ranks | turn, holeOnly) & ~flopOuts;
-    }
-    return map;
+// The backdoor entry of turn rank `t`, which is neither in `ranks` nor in `flopOuts`. No such
+// turn completes a straight on a flop: any straight needs a hole rank off the board.
+unsigned backdoorEntry(const StraightTable& table, unsigned ranks, unsigned holeWindows,
+                       unsigned flopOuts, int t) {
+    return straightOuts(table, ranks | (1U << t), holeWindows) & ~flopOuts;
 }
 
-// The hand's rank counts over all cards, with the board's counts beside them.
-struct RankCounts {
-    std::array<int, 13> all{};
-    std::array<int, 13> board{};
-    std::array<int, 13> hole{};
-};
-
-RankCounts countRanks(CardMask hand, CardMask board) {
-    RankCounts counts;
-    for (int suit = 0; suit < 4; ++suit) {
-        const unsigned b = laneOf(board, suit);
-        const unsigned h = laneOf(hand, suit);
-        for (int r = 0; r <= Ace; ++r) {
-            counts.board[r] += (b >> r) & 1;
-            counts.hole[r] += (h >> r) & 1;
-        }
-    }
-    for (int r = 0; r <= Ace; ++r)
-        counts.all[r] = counts.board[r] + counts.hole[r];
-    return counts;
-}
-
-// Highest rank with at least `n` cards below rank `below` (exclusive), or -1.
-int highestWithCount(const std::array<int, 13>& counts, int n, int below = 13, int skip = -1) {
-    for (int r = below - 1; r >= 0; --r)
-        if (r != skip && counts[r] >= n)
-            return r;
-    return -1;
+// The turns whose backdoor entry may be non-empty; every other entry is empty. A new out r of
+// turn t has a best window that holds a hole rank. Without t in it, that window would lack
+// only r before the turn too and r would be an out already; so it lacks exactly t and r.
+unsigned backdoorTurns(const StraightTable& table, unsigned ranks, unsigned holeWindows,
+                       unsigned flopOuts) {
+    return table.windowRanks[(table.twoShort[ranks] & holeWindows) >> 3] & ~ranks & ~flopOuts;
 }
 
 // Qualifier for the number of hole cards a made hand needs: none, one, two.
@@ -156,22 +169,46 @@ int nutIndex(unsigned boardLane, int holeRank) {
     return ranksAbove(~boardLane & AllRanks, holeRank);
 }
 
+// Card counts per suit of a card mask, one 16-bit field per suit (d lowest).
+std::uint64_t suitCounts(CardMask cards) {
+    std::uint64_t x = (cards & 0x1FFFULL) | ((cards << 3) & (0x1FFFULL << 16)) |
+                      ((cards << 6) & (0x1FFFULL << 32)) | ((cards << 9) & (0x1FFFULL << 48));
+    x = x - ((x >> 1) & 0x5555555555555555ULL);
+    x = (x & 0x3333333333333333ULL) + ((x >> 2) & 0x3333333333333333ULL);
+    x = (x + (x >> 4)) & 0x0F0F0F0F0F0F0F0FULL;
+    return (x + (x >> 8)) & 0x001F001F001F001FULL;
+}
+int countOfSuit(std::uint64_t counts, int suit) {
+    return int((counts >> (16 * suit)) & 0x1F);
+}
+
 enum Category { HighCard, Pair, TwoPair, Trips, Straight, Flush, FullHouse, Quads, StraightFlush };
 
 struct Hand {
     CardMask hand;
     CardMask board;
     CardMask all;
-    unsigned allRanks;
+    unsigned allRanks; // ranks with at least one card, hole and board
+    unsigned pairs;    // ranks with at least two cards
+    unsigned trips;    // ranks with at least three cards
+    unsigned quads;    // ranks with four cards
     unsigned boardRanks;
+    unsigned boardPairs; // ranks with at least two board cards
     unsigned holeRanks;
     unsigned holeOnly; // hole ranks that are not on the board
-    int flushSuit;     // suit with five or more cards, or -1
-    RankCounts counts;
+    int holeRank1;     // ranks of the two hole cards
+    int holeRank2;
+    std::uint64_t suitCounts; // of all cards
+    int flushSuit;            // suit with five or more cards, or -1
+
+    int holeCount(int rank) const { return (holeRank1 == rank) + (holeRank2 == rank); }
+    int boardCount(int rank) const {
+        return int(((board >> rank) & 1) + ((board >> (13 + rank)) & 1) +
+                   ((board >> (26 + rank)) & 1) + ((board >> (39 + rank)) & 1));
+    }
 };
 
 FeatureWord madeHand(const Hand& h, Category& category) {
-    const RankCounts& c = h.counts;
     if (h.flushSuit >= 0) {
         const unsigned lane = laneOf(h.all, h.flushSuit);
         const int top = straightTop(lane);
@@ -179,44 +216,44 @@ FeatureWord madeHand(const Hand& h, Category& category) {
             category = StraightFlush;
             const unsigned window = straightWindow(top);
             return feature::StraightFlush |
-                   holeCardUse(bitCount(window & ~laneOf(h.board, h.flushSuit)));
+                   holeCardUse(rankCount(window & ~laneOf(h.board, h.flushSuit)));
         }
     }
-    const int quads = highestWithCount(c.all, 4);
-    if (quads >= 0) {
+    if (h.quads) {
         category = Quads;
-        return feature::FourOfAKind | holeCardUse(4 - c.board[quads]);
+        // All four cards of the rank play; the board lacks exactly the hole cards of it.
+        return feature::FourOfAKind | holeCardUse(h.holeCount(highestBit(h.quads)));
     }
-    const int trips = highestWithCount(c.all, 3);
+    const int trips = h.trips ? highestBit(h.trips) : -1;
     if (trips >= 0) {
-        const int pair = highestWithCount(c.all, 2, 13, trips);
-        if (pair >= 0) {
+        const unsigned otherPairs = h.pairs & ~(1U << trips);
+        if (otherPairs) {
+            const int pair = highestBit(otherPairs);
             category = FullHouse;
-            const int needed = (3 - std::min(3, c.board[trips])) + (2 - std::min(2, c.board[pair]));
+            const int needed =
+                (3 - std::min(3, h.boardCount(trips))) + (2 - std::min(2, h.boardCount(pair)));
             return feature::FullHouse | holeCardUse(needed);
         }
     }
     if (h.flushSuit >= 0) {
         category = Flush;
-        const unsigned lane = laneOf(h.all, h.flushSuit);
-        unsigned best = lane;
-        while (bitCount(best) > 5)
+        unsigned best = laneOf(h.all, h.flushSuit);
+        for (int extra = countOfSuit(h.suitCounts, h.flushSuit) - 5; extra > 0; --extra)
             best &= best - 1; // drop the lowest card
         const unsigned holeLane = laneOf(h.hand, h.flushSuit) & best;
-        const int used = bitCount(holeLane);
-        if (used == 0)
+        if (!holeLane)
             return feature::Flush | feature::MadeHandOnBoard;
-        return feature::Flush | holeCardUse(used) |
+        return feature::Flush | holeCardUse(rankCount(holeLane)) |
                rankBit(nutIndex(laneOf(h.board, h.flushSuit), highestBit(holeLane)));
     }
     const int straight = straightTop(h.allRanks);
     if (straight >= 0) {
         category = Straight;
-        return feature::Straight | holeCardUse(bitCount(straightWindow(straight) & ~h.boardRanks));
+        return feature::Straight | holeCardUse(rankCount(straightWindow(straight) & ~h.boardRanks));
     }
     if (trips >= 0) {
         category = Trips;
-        const int fromHole = c.hole[trips];
+        const int fromHole = h.holeCount(trips);
         if (fromHole == 0)
             return feature::ThreeOfAKind | feature::MadeHandOnBoard;
         if (fromHole == 2)
@@ -225,24 +262,20 @@ FeatureWord madeHand(const Hand& h, Category& category) {
         return feature::ThreeOfAKind | feature::OneHoleCard |
                kickerBit(ranksAbove(~h.boardRanks & AllRanks, kicker));
     }
-    const int high = highestWithCount(c.all, 2);
-    const int low = high >= 0 ? highestWithCount(c.all, 2, high) : -1;
-    if (low >= 0) {
+    const int high = h.pairs ? highestBit(h.pairs) : -1;
+    const unsigned lowerPairs = high >= 0 ? h.pairs & ((1U << high) - 1) : 0U;
+    if (lowerPairs) {
+        const int low = highestBit(lowerPairs);
         category = TwoPair;
-        const int used = c.hole[high] + c.hole[low];
-        if (used == 0)
+        const int holeHigh = h.holeCount(high);
+        const int holeLow = h.holeCount(low);
+        if (holeHigh + holeLow == 0)
             return feature::TwoPair | feature::MadeHandOnBoard;
-        const int maxBoard = highestBit(h.boardRanks);
-        if (c.hole[high] == 2 || c.hole[low] == 2) {
-            const int pocket = c.hole[high] == 2 ? high : low;
+        if (holeHigh == 2 || holeLow == 2) {
+            const int pocket = holeHigh == 2 ? high : low;
+            const int lowestBoardPair = h.boardPairs ? lowestBit(h.boardPairs) : 13;
             FeatureWord word = feature::TwoPair | feature::TwoPairWithPocketPair;
-            int lowestBoardPair = 13;
-            for (int r = 0; r <= Ace; ++r)
-                if (c.board[r] >= 2) {
-                    lowestBoardPair = r;
-                    break;
-                }
-            if (pocket > maxBoard)
+            if (pocket > highestBit(h.boardRanks))
                 word |= feature::Overpair;
             else if (pocket < lowestBoardPair)
                 word |= feature::PocketPairUnder;
@@ -251,14 +284,16 @@ FeatureWord madeHand(const Hand& h, Category& category) {
             return word;
         }
         // One or two hole cards each pair a board card; the rank is that of the better one.
-        const int better = c.hole[high] ? high : low;
-        return feature::TwoPair | holeCardUse(used) | rankBit(ranksAbove(h.boardRanks, better));
+        const int better = holeHigh ? high : low;
+        return feature::TwoPair | holeCardUse(holeHigh + holeLow) |
+               rankBit(ranksAbove(h.boardRanks, better));
     }
     if (high >= 0) {
         category = Pair;
-        if (c.hole[high] == 0)
+        const int fromHole = h.holeCount(high);
+        if (fromHole == 0)
             return feature::Pair | feature::MadeHandOnBoard;
-        if (c.hole[high] == 2) {
+        if (fromHole == 2) {
             const int above = ranksAbove(h.boardRanks, high);
             static constexpr FeatureWord positions[] = {
                 feature::Overpair, feature::PocketPairBetweenTopAndSecond,
@@ -278,8 +313,7 @@ FeatureWord flushDraws(const Hand& h, int boardCount) {
         const unsigned holeLane = laneOf(h.hand, suit);
         if (!holeLane)
             continue;
-        const unsigned boardLane = laneOf(h.board, suit);
-        const int total = bitCount(holeLane) + bitCount(boardLane);
+        const int total = countOfSuit(h.suitCounts, suit);
         FeatureWord kind = 0;
         if (total == 4)
             kind = feature::FlushDraw;
@@ -288,47 +322,76 @@ FeatureWord flushDraws(const Hand& h, int boardCount) {
         if (!kind)
             continue;
         return kind |
-               (bitCount(holeLane) == 2 ? feature::FlushDrawTwoHoleCards
-                                        : feature::FlushDrawOneHoleCard) |
-               nutDrawBit(nutIndex(boardLane, highestBit(holeLane)));
+               (severalBits(holeLane) ? feature::FlushDrawTwoHoleCards
+                                      : feature::FlushDrawOneHoleCard) |
+               nutDrawBit(nutIndex(laneOf(h.board, suit), highestBit(holeLane)));
     }
     return 0;
 }
 
-// The straight potential of a hand as one comparable value: its one-card outs and, on a flop,
-// its runner-runner map.
+// The straight potential of a hand: its one-card outs and, on a flop with fewer than two outs,
+// its runner-runner map (all empty otherwise). Two hands' potentials are equal when outs and
+// maps are; `opening` holds the turns with a non-empty entry.
 struct StraightPotential {
     unsigned outs = 0;
     BackdoorMap backdoor{};
-    bool operator==(const StraightPotential& o) const {
-        return outs == o.outs && backdoor == o.backdoor;
-    }
+    unsigned opening = 0;
 };
 
-StraightPotential straightPotential(unsigned allRanks, unsigned holeOnly, bool flop) {
+StraightPotential straightPotential(const StraightTable& table, unsigned allRanks,
+                                    unsigned holeOnly, bool flop) {
+    const unsigned holeWindows = windowsHolding(holeOnly);
     StraightPotential p;
-    p.outs = straightOuts(allRanks, holeOnly);
-    if (flop && bitCount(p.outs) < 2)
-        p.backdoor = backdoorOuts(allRanks, holeOnly, p.outs);
+    p.outs = straightOuts(table, allRanks, holeWindows);
+    if (!flop || severalBits(p.outs))
+        return p;
+    for (unsigned rest = backdoorTurns(table, allRanks, holeWindows, p.outs); rest;
+         rest &= rest - 1) {
+        const int t = lowestBit(rest);
+        p.backdoor[t] = backdoorEntry(table, allRanks, holeWindows, p.outs, t);
+        if (p.backdoor[t])
+            p.opening |= 1U << t;
+    }
     return p;
 }
 
+// Whether the potential of (`allRanks`, `holeOnly`) equals `full`, leaving at the first
+// difference.
+bool samePotential(const StraightTable& table, const StraightPotential& full, unsigned allRanks,
+                   unsigned holeOnly, bool flop) {
+    const unsigned holeWindows = windowsHolding(holeOnly);
+    const unsigned outs = straightOuts(table, allRanks, holeWindows);
+    if (outs != full.outs)
+        return false;
+    if (!flop || severalBits(outs))
+        return true; // no runner-runner map on either side
+    // Entries outside `turns` are empty here, so `full` may open nothing outside them.
+    const unsigned turns = backdoorTurns(table, allRanks, holeWindows, outs);
+    if (full.opening & ~turns)
+        return false;
+    for (unsigned rest = turns; rest; rest &= rest - 1) {
+        const int t = lowestBit(rest);
+        if (backdoorEntry(table, allRanks, holeWindows, outs, t) != full.backdoor[t])
+            return false;
+    }
+    return true;
+}
+
 FeatureWord straightDraws(const Hand& h, int boardCount) {
+    const StraightTable& table = straightTable();
     const bool flop = boardCount == 3;
-    const StraightPotential full = straightPotential(h.allRanks, h.holeOnly, flop);
+    const StraightPotential full = straightPotential(table, h.allRanks, h.holeOnly, flop);
     FeatureWord word = 0;
-    const int outCount = bitCount(full.outs);
-    if (outCount >= 2)
+    if (severalBits(full.outs))
         word |= feature::Oesd;
-    else if (outCount == 1)
+    else if (full.outs)
         word |= feature::Gutshot;
     int oesdTurns = 0;
     int gutshotTurns = 0;
     for (unsigned newOuts : full.backdoor) {
-        const int n = bitCount(newOuts);
-        if (n >= 2)
+        if (severalBits(newOuts))
             ++oesdTurns;
-        else if (n == 1)
+        else if (newOuts)
             ++gutshotTurns;
     }
     if (oesdTurns + gutshotTurns > 0) {
@@ -344,26 +407,25 @@ FeatureWord straightDraws(const Hand& h, int boardCount) {
     }
     if (!word)
         return 0;
-    // A hole rank contributes when the potential shrinks without it. Two contributing ranks
-    // make a draw with two hole cards; otherwise the draw rests on one hole card.
-    int contributing = 0;
-    for (unsigned rest = h.holeOnly; rest; rest &= rest - 1) {
+    // A hole rank contributes when the potential changes without it. Two contributing ranks
+    // make a draw with two hole cards; otherwise the draw rests on one hole card. So with a
+    // single hole rank off the board there is nothing to compare, and once one rank is found
+    // not to contribute the other is moot.
+    bool bothContribute = severalBits(h.holeOnly);
+    for (unsigned rest = h.holeOnly; bothContribute && rest; rest &= rest - 1) {
         const unsigned card = rest & (~rest + 1);
-        const StraightPotential without =
-            straightPotential(h.allRanks & ~card, h.holeOnly & ~card, flop);
-        if (!(without == full))
-            ++contributing;
+        bothContribute = !samePotential(table, full, h.allRanks & ~card, h.holeOnly & ~card, flop);
     }
-    return word | (contributing >= 2 ? feature::StraightDrawTwoHoleCards
-                                     : feature::StraightDrawOneHoleCard);
+    return word |
+           (bothContribute ? feature::StraightDrawTwoHoleCards : feature::StraightDrawOneHoleCard);
 }
 
 FeatureWord overcards(const Hand& h) {
-    const int highHole = highestBit(h.holeRanks);
-    if (bitCount(h.holeRanks) != 2 || (h.holeRanks & h.boardRanks))
+    if (!severalBits(h.holeRanks) || (h.holeRanks & h.boardRanks))
         return 0;
+    const int highHole = highestBit(h.holeRanks);
     const int maxBoard = highestBit(h.boardRanks);
-    const int lowHole = highestBit(h.holeRanks & ~(1U << highHole));
+    const int lowHole = lowestBit(h.holeRanks);
     const int over = (highHole > maxBoard) + (lowHole > maxBoard);
     if (over == 0)
         return 0;
@@ -382,15 +444,29 @@ FeatureWord handFeatures(CardMask hand, CardMask board) {
     h.hand = hand;
     h.board = board;
     h.all = hand | board;
-    h.allRanks = ranksOf(h.all);
-    h.boardRanks = ranksOf(board);
-    h.holeRanks = ranksOf(hand);
+
+    const unsigned d = laneOf(h.all, 0), e = laneOf(h.all, 1), s = laneOf(h.all, 2),
+                   c = laneOf(h.all, 3);
+    h.allRanks = d | e | s | c;
+    h.pairs = (d & e) | (s & c) | ((d | e) & (s | c));
+    h.trips = (d & e & (s | c)) | (s & c & (d | e));
+    h.quads = d & e & s & c;
+    const unsigned bd = laneOf(board, 0), be = laneOf(board, 1), bs = laneOf(board, 2),
+                   bc = laneOf(board, 3);
+    h.boardRanks = bd | be | bs | bc;
+    h.boardPairs = (bd & be) | (bs & bc) | ((bd | be) & (bs | bc));
+
+    const int card1 = __builtin_ctzll(hand);
+    const int card2 = 63 - __builtin_clzll(hand);
+    h.holeRank1 = card1 % 13;
+    h.holeRank2 = card2 % 13;
+    h.holeRanks = (1U << h.holeRank1) | (1U << h.holeRank2);
     h.holeOnly = h.holeRanks & ~h.boardRanks;
-    h.flushSuit = -1;
-    for (int suit = 0; suit < 4; ++suit)
-        if (bitCount(laneOf(h.all, suit)) >= 5)
-            h.flushSuit = suit;
-    h.counts = countRanks(hand, board);
+
+    // Seven cards at most: one suit at most reaches five.
+    h.suitCounts = suitCounts(h.all);
+    const std::uint64_t fives = (h.suitCounts + 0x000B000B000B000BULL) & 0x0010001000100010ULL;
+    h.flushSuit = fives ? __builtin_ctzll(fives) / 16 : -1;
 
     Category category = HighCard;
     FeatureWord word = madeHand(h, category);
