@@ -55,6 +55,68 @@ void sortByStrength(std::uint64_t* entries, std::uint64_t* spare, std::size_t n)
         entries[high[(spare[i] >> 39) & 63]++] = spare[i];
 }
 
+// One level of hands ranked one by one, entries [first, last) of one strength, in a walk up
+// the strengths: `below` counts the range2 hands passed, `belowCard` those holding each card,
+// and `equalCard` (all 0 between levels) those of the level holding each card. Each range1
+// hand wins against the range2 hands below and ties with those of its level, less those
+// sharing a card (and plus itself when range2 holds it, as it shares both). `perHand(entry,
+// wins, ties)` receives each range1 hand's counts; then the level's range2 hands join those
+// below.
+template <typename PerHand>
+QVE_ALWAYS_INLINE void walkLevel(const std::uint64_t* first, const std::uint64_t* last,
+                                 std::int32_t& below, std::int32_t* belowCard,
+                                 std::int32_t* equalCard, std::int64_t& wins, std::int64_t& ties,
+                                 const PerHand& perHand) {
+    if (last - first == 1) {
+        // Alone at its strength, the common case: nothing to tie with.
+        const std::uint64_t e = *first;
+        const int c1 = card1Of(e);
+        const int c2 = card2Of(e);
+        if (e & in1Bit) {
+            const std::int32_t win = below - belowCard[c1] - belowCard[c2];
+            wins += win;
+            perHand(e, win, 0);
+        }
+        if (e & in2Bit) {
+            ++below;
+            ++belowCard[c1];
+            ++belowCard[c2];
+        }
+        return;
+    }
+    std::int32_t equal = 0;
+    for (const std::uint64_t* k = first; k != last; ++k) {
+        if (*k & in2Bit) {
+            ++equal;
+            ++equalCard[card1Of(*k)];
+            ++equalCard[card2Of(*k)];
+        }
+    }
+    for (const std::uint64_t* k = first; k != last; ++k) {
+        const std::uint64_t e = *k;
+        if (!(e & in1Bit))
+            continue;
+        const int c1 = card1Of(e);
+        const int c2 = card2Of(e);
+        const std::int32_t win = below - belowCard[c1] - belowCard[c2];
+        const std::int32_t tie = equal - equalCard[c1] - equalCard[c2] + ((e & in2Bit) ? 1 : 0);
+        wins += win;
+        ties += tie;
+        perHand(e, win, tie);
+    }
+    for (const std::uint64_t* k = first; k != last; ++k) {
+        if (*k & in2Bit) {
+            const int c1 = card1Of(*k);
+            const int c2 = card2Of(*k);
+            ++below;
+            ++belowCard[c1];
+            ++belowCard[c2];
+            equalCard[c1] = 0;
+            equalCard[c2] = 0;
+        }
+    }
+}
+
 } // namespace
 
 std::uint64_t binomial(int n, int k) {
@@ -456,39 +518,11 @@ bool BoardEnumeration::countBoardByValueClass(CardMask board, std::int64_t weigh
             std::size_t end = f + 1;
             while (end < flushCount && strengthOf(s.flushHands[end]) == level)
                 ++end;
-            std::int32_t equal = 0;
-            for (std::size_t k = f; k < end; ++k) {
-                if (s.flushHands[k] & in2Bit) {
-                    ++equal;
-                    ++equalCard[card1Of(s.flushHands[k])];
-                    ++equalCard[card2Of(s.flushHands[k])];
-                }
-            }
-            for (std::size_t k = f; k < end; ++k) {
-                const std::uint64_t e = s.flushHands[k];
-                if (!(e & in1Bit))
-                    continue;
-                const int c1 = card1Of(e);
-                const int c2 = card2Of(e);
-                const std::int32_t win = below - belowCard[c1] - belowCard[c2];
-                const std::int32_t tie =
-                    equal - equalCard[c1] - equalCard[c2] + ((e & in2Bit) ? 1 : 0);
-                wins += win;
-                ties += tie;
-                if (byHand || byGroup)
-                    s.handPacked[slotOf(e)] += std::uint64_t(weight) * packed(win, tie);
-            }
-            for (std::size_t k = f; k < end; ++k) {
-                if (s.flushHands[k] & in2Bit) {
-                    const int c1 = card1Of(s.flushHands[k]);
-                    const int c2 = card2Of(s.flushHands[k]);
-                    ++below;
-                    ++belowCard[c1];
-                    ++belowCard[c2];
-                    equalCard[c1] = 0;
-                    equalCard[c2] = 0;
-                }
-            }
+            walkLevel(s.flushHands + f, s.flushHands + end, below, belowCard, equalCard, wins, ties,
+                      [&](std::uint64_t e, std::int32_t win, std::int32_t tie) {
+                          if (byHand || byGroup)
+                              s.handPacked[slotOf(e)] += std::uint64_t(weight) * packed(win, tie);
+                      });
             f = end;
             continue;
         }
@@ -594,58 +628,13 @@ void BoardEnumeration::countBoard(CardMask board, std::int64_t weight, Scratch& 
         std::size_t j = i + 1;
         while (j < n && strengthOf(entries[j]) == strength)
             ++j;
-        if (j == i + 1) {
-            const std::uint64_t e = entries[i];
-            const int c1 = card1Of(e);
-            const int c2 = card2Of(e);
-            if (e & in1Bit) {
-                const std::int32_t win = below - belowCard[c1] - belowCard[c2];
-                wins += win;
-                if (byHand || byGroup)
-                    s.handWins[slotOf(e)] += weight * win;
-            }
-            if (e & in2Bit) {
-                ++below;
-                ++belowCard[c1];
-                ++belowCard[c2];
-            }
-        } else {
-            std::int32_t equal = 0;
-            for (std::size_t k = i; k < j; ++k) {
-                if (entries[k] & in2Bit) {
-                    ++equal;
-                    ++equalCard[card1Of(entries[k])];
-                    ++equalCard[card2Of(entries[k])];
-                }
-            }
-            for (std::size_t k = i; k < j; ++k) {
-                const std::uint64_t e = entries[k];
-                if (!(e & in1Bit))
-                    continue;
-                const int c1 = card1Of(e);
-                const int c2 = card2Of(e);
-                const std::int32_t win = below - belowCard[c1] - belowCard[c2];
-                const std::int32_t tie =
-                    equal - equalCard[c1] - equalCard[c2] + ((e & in2Bit) ? 1 : 0);
-                wins += win;
-                ties += tie;
-                if (byHand || byGroup) {
-                    s.handWins[slotOf(e)] += weight * win;
-                    s.handTies[slotOf(e)] += weight * tie;
-                }
-            }
-            for (std::size_t k = i; k < j; ++k) {
-                if (entries[k] & in2Bit) {
-                    const int c1 = card1Of(entries[k]);
-                    const int c2 = card2Of(entries[k]);
-                    ++below;
-                    ++belowCard[c1];
-                    ++belowCard[c2];
-                    equalCard[c1] = 0;
-                    equalCard[c2] = 0;
-                }
-            }
-        }
+        walkLevel(entries + i, entries + j, below, belowCard, equalCard, wins, ties,
+                  [&](std::uint64_t e, std::int32_t win, std::int32_t tie) {
+                      if (byHand || byGroup) {
+                          s.handWins[slotOf(e)] += weight * win;
+                          s.handTies[slotOf(e)] += weight * tie;
+                      }
+                  });
         i = j;
     }
     s.wins += weight * wins;
