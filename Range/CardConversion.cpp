@@ -1,6 +1,7 @@
 #include "Range/CardConversion.h"
 
-#include <cstdlib>
+#include "Range/RandomSource.h"
+
 #include <stdexcept>
 
 int valueFromChar(char value) {
@@ -60,10 +61,10 @@ CardValue cardFromText(const std::string& text) {
     return card;
 }
 
-CardValue randomCard() {
+CardValue randomCard(Range::RandomSource& random) {
     CardValue card;
-    card.value = std::rand() % 13;
-    card.suit = static_cast<unsigned int>(std::rand() % 4 + 1);
+    card.value = static_cast<int>(random.below(13));
+    card.suit = random.below(4) + 1;
     card.text = cardText(card.value, card.suit);
     return card;
 }

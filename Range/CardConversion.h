@@ -83,8 +83,12 @@ std::string cardText(int value, unsigned int suit);
 // Card record of a two-character text; throws the messages above for bad characters, and
 // "Invalid card description." when the text is longer than two characters.
 CardValue cardFromText(const std::string& text);
-// Any of the 52 cards, from the runtime's rand(): value rand() % 13, then suit rand() % 4 + 1.
-CardValue randomCard();
+namespace Range {
+class RandomSource;
+}
+// Any of the 52 cards, drawn from `random`: first the value (13 equally likely), then the
+// suit (4 equally likely).
+CardValue randomCard(Range::RandomSource& random);
 
 // True when value character `a` is the higher card (its value number is smaller).
 bool isHigherValueThan(char a, char b);

@@ -3,17 +3,14 @@
 #include "Range/Assertion.h"
 #include "Range/HandRange.h"
 #include "Range/HandRangeElementConversion.h"
+#include "Range/RandomSource.h"
 #include "Range/RangeStringOperations.h"
 
-#include <cstdlib>
-#include <ctime>
 #include <ostream>
 
 namespace Range {
 
-HandRangeStringReader::HandRangeStringReader(const HandRange* range) : constRange(range) {
-    std::srand(static_cast<unsigned int>(std::time(nullptr)));
-}
+HandRangeStringReader::HandRangeStringReader(const HandRange* range) : constRange(range) {}
 
 HandRangeStringReader::HandRangeStringReader(const HandRange& range)
     : HandRangeStringReader(&range) {}
@@ -35,14 +32,14 @@ std::string HandRangeStringReader::compactText() const {
     return compact(technicalText());
 }
 
-std::string HandRangeStringReader::randomHand() const {
+std::string HandRangeStringReader::randomHand(RandomSource& random) const {
     static const char* const dummy = "dummy, so that warning disappears";
     const unsigned int count = constRange->combinationCount();
     if (count == 0) {
         QV_ASSERT(false, "Random hand of an empty range.");
         return dummy;
     }
-    const unsigned int drawn = static_cast<unsigned int>(std::rand()) % count;
+    const unsigned int drawn = random.below(count);
     unsigned int sum = 0;
     for (const Element& element : *constRange) {
         const unsigned int combinations = suitBitCount(element.suits);

@@ -6,10 +6,9 @@
 namespace Range {
 
 class HandRange;
+class RandomSource;
 
 // Reads a range as text. Holds the range by pointer; the range must outlive the reader.
-// Each construction seeds the runtime's rand() with the current time (process-wide), so two
-// random hands drawn within one second from an unchanged range are the same hand.
 class HandRangeStringReader {
 public:
     explicit HandRangeStringReader(const HandRange* range);
@@ -19,9 +18,10 @@ public:
     std::string technicalText() const;
     // compact() of technicalText().
     std::string compactText() const;
-    // One combination of the range at random, as a concrete hand ("AdKh"). The range must
-    // not be empty: that asserts "Random hand of an empty range." and gives the dummy text.
-    std::string randomHand() const;
+    // One combination of the range, drawn from `random` with every combination equally
+    // likely, as a concrete hand ("AdKh"). The range must not be empty: that asserts
+    // "Random hand of an empty range." and gives the dummy text.
+    std::string randomHand(RandomSource& random) const;
 
 protected:
     const HandRange* constRange;

@@ -5,7 +5,7 @@
 #include "Range/Tree.h"
 #include "Range/TreeFolderNode.h"
 #include "Range/TreeRangeNode.h"
-#include "app/Version.h"
+#include "quorvane/Version.h"
 
 #include <rapidxml/rapidxml.hpp>
 #include <rapidxml/rapidxml_print.hpp>

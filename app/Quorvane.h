@@ -1,8 +1,7 @@
 #pragma once
 
-#include "Range/HandRange.h"
-#include "Range/Tree.h"
-#include "app/Scenario.h"
+#include "app/PlayerRangeController.h"
+#include "app/document/AnalysisDocument.h"
 #include "calculation/EquityCalculationHandle.h"
 #include "calculation/ThreadPool.h"
 #include "handstrength/HandGroupSchemaPool.h"
@@ -14,30 +13,30 @@
 #include <QString>
 
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
+class AnalysisFileCommands;
+class AnalysisTabs;
+class HeadlineEquity;
+class ScenarioSelector;
 class QCloseEvent;
-class QLabel;
 class QMovie;
-class ManagedHandRangeLine;
 namespace Ui {
 class QuorvaneClass;
 }
 
-// A snapshot of the whole analysis for undo and redo: what changed, and the analysis as
-// file text. The list is filled once the analysis file exists; see onMementoRelevantChange.
-struct Memento {
-    std::string label;
-    std::string data;
-};
-
-// The main window: owns the two players' ranges with their groups, the board, the
-// scenarios, the calculation pool and all tabs, and is the one place where a change of the
-// inputs becomes work. Every change of a range line or of the board ends in
-// updateEquitiesAndTabs, which stores the inputs in the current scenario, tells the visible
-// tab, and (with "Calculate Equity Permanently") restarts the headline equity calculation;
-// publishEquityCalculatorResult shows its result when it is still the newest.
+// The main window: shows one analysis document (scenarios, the two live ranges with their
+// groups, the file state) and owns the calculation pool and all tabs. It is the wiring
+// between the document and the widgets, and the one place where a change of the inputs
+// becomes work: every change of a range line or of the board ends in updateEquitiesAndTabs,
+// which stores the inputs in the current scenario, tells the visible tab, and (with
+// "Calculate Equity Permanently") restarts the headline equity.
+//
+// The two players' rows are one PlayerRangeController each; the Player1/Player2 slots are
+// forwards to them. The headline equity is a HeadlineEquity.
 //
 // Main thread only. Not copyable.
 class Quorvane : public QMainWindow {
@@ -51,15 +50,16 @@ public:
     Quorvane& operator=(const Quorvane&) = delete;
 
     // --- For the tabs and for tests -------------------------------------------------------
+    AnalysisDocument& document() { return analysis; }
     ThreadPool& pool() { return threadPool; }
-    const EquityCalculationHandle& currentEquityHandle() const { return equityHandle; }
+    const EquityCalculationHandle& currentEquityHandle() const;
     HandGroupSchemaPool& handGroupSchemaPool() { return schemaPool; }
     HandGroupTickSchemaPool& handGroupTickSchemaPool() { return tickSchemaPool; }
-    Range::Tree& player1Groups() { return player1Range; }
-    Range::Tree& player2Groups() { return player2Range; }
-    const std::vector<Scenario>& allScenarios() const { return scenarios; }
-    bool isSaved() const { return saved; }
-    QMovie* equityMovie() const { return loadingMovie; }
+    Range::Tree& player1Groups() { return analysis.range(1); }
+    Range::Tree& player2Groups() { return analysis.range(2); }
+    const std::vector<Scenario>& allScenarios() const { return analysis.scenarios(); }
+    bool isSaved() const { return analysis.isSaved(); }
+    QMovie* equityMovie() const;
     Ui::QuorvaneClass* form() const { return ui; }
 
     // Asks "Save File?" when there are unsaved changes. False means cancelled.
@@ -99,88 +99,62 @@ public slots:
     void onAddScenario();
     void onDeleteScenario();
     void updateScenariosAndSelectSpecificOne(int index);
-    void onNewPlayer1Group(std::string groupName, Range::HandRange range);
-    void onNewPlayer2Group(std::string groupName, Range::HandRange range);
-    void onNewPlayer1Range(Range::HandRange range);
-    void onNewPlayer2Range(Range::HandRange range);
+    // The players' rows, one forward each.
+    void onNewPlayer1Group(std::string groupName, Range::HandRange range) {
+        player1Row->addGroup(std::move(groupName), range);
+    }
+    void onNewPlayer2Group(std::string groupName, Range::HandRange range) {
+        player2Row->addGroup(std::move(groupName), range);
+    }
+    void onNewPlayer1Range(Range::HandRange range) { player1Row->overwrite(range); }
+    void onNewPlayer2Range(Range::HandRange range) { player2Row->overwrite(range); }
     void onSomethingChangedRelevantForFile();
     void onBoardCardsChange();
-    void onPlayer1SelectRange();
-    void onPlayer2SelectRange();
-    void onPlayer1SelectCards();
-    void onPlayer2SelectCards();
-    void onPlayer1Clear();
-    void onPlayer2Clear();
+    void onPlayer1SelectRange() { player1Row->selectRange(); }
+    void onPlayer2SelectRange() { player2Row->selectRange(); }
+    void onPlayer1SelectCards() { player1Row->selectCards(); }
+    void onPlayer2SelectCards() { player2Row->selectCards(); }
+    void onPlayer1Clear() { player1Row->clear(); }
+    void onPlayer2Clear() { player2Row->clear(); }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    struct Inputs {
-        std::string player1;
-        std::string player2;
-        std::string board;
-        std::string deadCards;
-    };
-
     // Technical texts of the ranges the lines show, and the board widget's texts.
-    Inputs readInputs() const;
+    AnalysisInputs readInputs() const;
     void calculateEquity();
-    void showEquity(QLabel* label, double wins, double otherWins, double ties, double total);
-    void clearEquityLabels();
-    void tellVisibleTab(const Inputs& inputs, bool alwaysRefresh);
 
     void updateTitle();
     void updateUndoActions();
-    void loadSettings();
-    void saveSettings();
     void refreshScenarioList();
-    void addFirstScenario();
-    // Stores the live ranges and board in the scenario shown.
-    void storeCurrentScenario(const Inputs& inputs);
-    void restoreRange(Range::Tree& tree, ManagedHandRangeLine* line,
-                      const std::vector<Range::NodeMemento>& memento);
+    void showFirstScenario();
 
     // The common end of every range change that does not come from typing.
     void onRangeChangedBy(const std::string& label);
-    void clearPlayer(Range::Tree& tree, ManagedHandRangeLine* line, const std::string& label);
-    void selectCards(ManagedHandRangeLine* line, const QString& title, const std::string& label);
-    // Opens the hand selection dialog on the player's tree; the tree's nodes are replaced
-    // when it is accepted.
-    void selectRange(Range::Tree& tree, ManagedHandRangeLine* line, const QString& title,
-                     const std::string& label);
-    void addGroup(Range::Tree& tree, ManagedHandRangeLine* line, std::string name,
-                  const Range::HandRange& range, const QString& labelFormat);
-    void overwriteRange(Range::Tree& tree, ManagedHandRangeLine* line,
-                        const Range::HandRange& range, const std::string& label);
     void saveAnalysisTo(const QString& name);
 
+    struct PlayerWiring;
+    std::vector<PlayerWiring> playerWiring() const;
+    void wirePlayerButtons();
     void wireRangeLines();
-    void wireBoardTabControls();
-    void wireBoardTabOffers();
     void wireActions();
-    void setUpFunctionKeys();
 
-    QString fileName;
     bool restoring = false;
-    bool saved = true;
     Ui::QuorvaneClass* ui;
     HandGroupSchemaPool schemaPool;
     HandGroupTickSchemaPool tickSchemaPool;
     QPixmap picture;
     ThreadPool threadPool;
-    EquityCalculationHandle equityHandle;
-    // The players' ranges with their groups: node 0 is the full range ("Parent" at start).
-    Range::Tree player1Range;
-    Range::Tree player2Range;
-    std::string lastPlayer1;
-    std::string lastPlayer2;
-    std::string lastBoard;
-    std::string lastDeadCards;
-    std::vector<Scenario> scenarios;
-    QMovie* loadingMovie;
+    // Scenarios, the live ranges (each starts with one group "Parent"), the inputs of the
+    // last update, the file name and saved state.
+    AnalysisDocument analysis;
+    std::unique_ptr<PlayerRangeController> player1Row;
+    std::unique_ptr<PlayerRangeController> player2Row;
+    HeadlineEquity* headline = nullptr;
+    AnalysisTabs* tabs = nullptr;
+    AnalysisFileCommands* files = nullptr;
+    ScenarioSelector* scenarioBar = nullptr;
     QSettings settings;
     bool tabsReady = false;
-    std::vector<Memento> mementos;
-    std::int32_t mementoIndex = 0;
 };

@@ -3,7 +3,7 @@
 #include "ui_SplashScreen.h"
 
 #include "app/ProductServer.h"
-#include "app/Version.h"
+#include "quorvane/Version.h"
 
 #include <VelmaraEvaluatorBase.h>
 
@@ -15,7 +15,6 @@
 #include <QNetworkRequest>
 #include <QPushButton>
 #include <QSettings>
-#include <QTime>
 #include <QWaitCondition>
 
 SplashScreen::SplashScreen(QWidget* parent)
@@ -97,12 +96,6 @@ void SplashScreen::setNewNonUpdateStep() {
     ui->action->setText(QStringLiteral("Starting..."));
     ui->action->adjustSize();
     QCoreApplication::processEvents();
-
-    // The run-time's random numbers are seeded here, once, for the whole program.
-    QT_WARNING_PUSH
-    QT_WARNING_DISABLE_DEPRECATED
-    qsrand(static_cast<uint>(QTime::currentTime().msec()));
-    QT_WARNING_POP
 
     // A fixed one-second pause on the main thread: nobody wakes the condition. The splash
     // stays visible meanwhile, and no timer event runs.

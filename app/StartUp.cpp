@@ -5,7 +5,7 @@
 #include "app/Platform.h"
 #include "app/ProductServer.h"
 #include "app/ReleaseNoteDialog.h"
-#include "app/Version.h"
+#include "quorvane/Version.h"
 
 #include <QApplication>
 #include <QMessageBox>

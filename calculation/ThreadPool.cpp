@@ -1,10 +1,9 @@
 #include "calculation/ThreadPool.h"
 
 #include "Range/Assertion.h"
-#include "calculation/CalculationTasks.h"
 
+#include <QFuture>
 #include <QFutureWatcher>
-#include <QtConcurrent/QtConcurrentRun>
 
 namespace CalculationMetaTypes {
 void registerAll() {
@@ -76,7 +75,37 @@ boost::shared_ptr<volatile bool> ThreadPool::markRunning(const ThreadHandle& han
 }
 
 template <typename Result>
+void ThreadPool::publishResult(QObject* watcher, const ThreadHandle& handle) {
+    const Result result = static_cast<QFutureWatcher<Result>*>(watcher)->future().resultAt(0);
+    emitFinished(handle, result);
+}
+
+void ThreadPool::emitFinished(const ThreadHandle& handle, const LongedEvaluation& result) {
+    emit EquityCalculationFinished(handle, result);
+}
+
+void ThreadPool::emitFinished(const ThreadHandle& handle, const DetailWinEvaluations& result) {
+    emit WinEvaluationFinished(handle, result);
+}
+
+void ThreadPool::emitFinished(const ThreadHandle& handle, const WinEvaluationsByHand& result) {
+    emit WinEvaluationByHandFinished(handle, result);
+}
+
+template <typename Result>
 void ThreadPool::watch(const ThreadHandle& handle, const QFuture<Result>& future) {
+    const Publisher publisher = &ThreadPool::publishResult<Result>;
+    auto entry = calculations.find(handle);
+    if (entry != calculations.end()) {
+        // The publisher reads every watcher of the entry as one of this type.
+        const Publisher chosen = entry->second.publish;
+        QV_ASSERT(chosen == nullptr || chosen == publisher,
+                  "Start of a calculation with another result type.");
+        if (chosen != nullptr && chosen != publisher) {
+            return;
+        }
+        entry->second.publish = publisher;
+    }
     auto* watcher = new QFutureWatcher<Result>();
     watchers[watcher] = ThreadHandle(handle);
     // Connect before the future is set: a task that is already done when setFuture() runs
@@ -85,39 +114,9 @@ void ThreadPool::watch(const ThreadHandle& handle, const QFuture<Result>& future
     watcher->setFuture(future);
 }
 
-void ThreadPool::startEquityCalculation(const ThreadHandle& handle, const std::string& range1,
-                                        const std::string& range2, const std::string& board,
-                                        const std::string& dead) {
-    boost::shared_ptr<volatile bool> flag = markRunning(handle);
-    if (!flag) {
-        return;
-    }
-    QFuture<LongedEvaluation> future =
-        board.empty()
-            ? QtConcurrent::run(&CalculationTasks::equityWithoutBoard, range1, range2, dead, flag)
-            : QtConcurrent::run(&CalculationTasks::equityWithBoard, range1, range2, board, dead,
-                                flag);
-    watch(handle, future);
-}
-
-void ThreadPool::startWinEvaluation(const ThreadHandle& handle, const WinEvaluationInput& input) {
-    boost::shared_ptr<volatile bool> flag = markRunning(handle);
-    if (!flag) {
-        return;
-    }
-    watch(handle, QtConcurrent::run(&CalculationTasks::detailWinEvaluation, input, flag));
-}
-
-void ThreadPool::startWinEvaluationByHand(const ThreadHandle& handle, const std::string& range1,
-                                          const std::string& range2, const std::string& board,
-                                          const std::string& dead) {
-    boost::shared_ptr<volatile bool> flag = markRunning(handle);
-    if (!flag) {
-        return;
-    }
-    watch(handle, QtConcurrent::run(&CalculationTasks::winEvaluationByHand, range1, range2, board,
-                                    dead, flag));
-}
+template void ThreadPool::watch(const ThreadHandle&, const QFuture<LongedEvaluation>&);
+template void ThreadPool::watch(const ThreadHandle&, const QFuture<DetailWinEvaluations>&);
+template void ThreadPool::watch(const ThreadHandle&, const QFuture<WinEvaluationsByHand>&);
 
 void ThreadPool::calculationFinished() {
     QObject* watcher = sender();
@@ -137,17 +136,8 @@ void ThreadPool::calculationFinished() {
     if (entry->second.state != Running && entry->second.state != Stopped) {
         return;
     }
-    if (entry->second.state == Running) {
-        if (auto* equity = dynamic_cast<QFutureWatcher<LongedEvaluation>*>(watcher)) {
-            const LongedEvaluation result = equity->future().resultAt(0);
-            emit EquityCalculationFinished(handle, result);
-        } else if (auto* win = dynamic_cast<QFutureWatcher<DetailWinEvaluations>*>(watcher)) {
-            const DetailWinEvaluations result = win->future().resultAt(0);
-            emit WinEvaluationFinished(handle, result);
-        } else if (auto* byHand = dynamic_cast<QFutureWatcher<WinEvaluationsByHand>*>(watcher)) {
-            const WinEvaluationsByHand result = byHand->future().resultAt(0);
-            emit WinEvaluationByHandFinished(handle, result);
-        }
+    if (entry->second.state == Running && entry->second.publish != nullptr) {
+        (this->*entry->second.publish)(watcher, handle);
     }
     // The emission may have re-entered the pool (new handles, new tasks): look both entries
     // up again rather than trusting the iterators taken before it.

@@ -5,14 +5,12 @@
 #include "calculation/ThreadHandle.h"
 #include "calculation/WinEvaluationByHandHandle.h"
 #include "calculation/WinEvaluationHandle.h"
-#include "calculation/WinEvaluationInput.h"
 
 #include <QObject>
 #include <VelmaraEvaluatorBase.h>
 #include <boost/shared_ptr.hpp>
 
 #include <map>
-#include <string>
 
 template <typename T>
 class QFuture;
@@ -58,6 +56,17 @@ public:
     // Whether a calculation entry exists for the handle's id.
     bool isKnown(const ThreadHandle& handle) const;
 
+    // The two steps of a handle's Start, in this order. markRunning() sets the entry to
+    // running and hands out its stop flag for the task; null (and an assertion) when the
+    // handle has no entry, and then nothing may be started.
+    boost::shared_ptr<volatile bool> markRunning(const ThreadHandle& handle);
+    // Watches the task just started for the handle. Its result type fixes, here and now,
+    // the signal that will carry the result: one of the three above, the only types this is
+    // defined for. A calculation keeps the result type of its first task; a task of another
+    // type for the same entry is an asserted fault and is left to run unwatched.
+    template <typename Result>
+    void watch(const ThreadHandle& handle, const QFuture<Result>& future);
+
 signals:
     void EquityCalculationFinished(const ThreadHandle& handle, const LongedEvaluation& result);
     void WinEvaluationFinished(const ThreadHandle& handle, const DetailWinEvaluations& result);
@@ -69,32 +78,25 @@ public slots:
     void calculationFinished();
 
 private:
-    friend class EquityCalculationHandle;
-    friend class WinEvaluationHandle;
-    friend class WinEvaluationByHandHandle;
-
     enum State { Created = 0, Running = 1, Stopped = 2 };
+
+    // Reads the result of a finished task from its watcher and emits it.
+    using Publisher = void (ThreadPool::*)(QObject* watcher, const ThreadHandle& handle);
 
     struct Calculation {
         boost::shared_ptr<volatile bool> stop;
         int state = Created;
+        // Set when the task is watched, for the task's result type.
+        Publisher publish = nullptr;
     };
 
-    void startEquityCalculation(const ThreadHandle& handle, const std::string& range1,
-                                const std::string& range2, const std::string& board,
-                                const std::string& dead);
-    void startWinEvaluation(const ThreadHandle& handle, const WinEvaluationInput& input);
-    void startWinEvaluationByHand(const ThreadHandle& handle, const std::string& range1,
-                                  const std::string& range2, const std::string& board,
-                                  const std::string& dead);
-
-    // Sets the entry to running and returns its flag; null (and an assertion) when the
-    // handle has no entry.
-    boost::shared_ptr<volatile bool> markRunning(const ThreadHandle& handle);
     unsigned int newCalculation();
 
     template <typename Result>
-    void watch(const ThreadHandle& handle, const QFuture<Result>& future);
+    void publishResult(QObject* watcher, const ThreadHandle& handle);
+    void emitFinished(const ThreadHandle& handle, const LongedEvaluation& result);
+    void emitFinished(const ThreadHandle& handle, const DetailWinEvaluations& result);
+    void emitFinished(const ThreadHandle& handle, const WinEvaluationsByHand& result);
 
     std::map<ThreadHandle, Calculation> calculations;
     std::map<QObject*, ThreadHandle> watchers;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "calculation/ThreadHandle.h"
+#include "calculation/CalculationHandle.h"
 
 #include <VelmaraEvaluatorBase.h>
 
@@ -8,16 +8,13 @@
 
 // Handle of one getDetailWinEvaluation calculation. Results arrive through
 // ThreadPool::WinEvaluationFinished.
-class WinEvaluationHandle : public ThreadHandle {
+class WinEvaluationHandle : public CalculationHandle<DetailWinEvaluations> {
 public:
-    WinEvaluationHandle() = default;
-    WinEvaluationHandle(ThreadPool* pool, unsigned int id);
+    using CalculationHandle::CalculationHandle;
 
     // Runs getDetailWinEvaluation in the background on copies of the texts and of
     // `evaluations` (entries prepared with keys and names, counters zero). The board must
     // hold at least a flop. Only a fresh handle may be started, once.
     void Start(const std::string& range1, const std::string& range2, const std::string& board,
                const std::string& dead, const DetailWinEvaluations& evaluations);
-    // Valid and still known to the pool.
-    bool IsRunning() const override;
 };

@@ -1,9 +1,9 @@
 #include "handhistory/HandHistoryNormalisation.h"
 
 #include "handhistory/HandHistoryMarkers.h"
-#include "handhistory/HandHistoryParser.h"
 #include "handhistory/HandHistoryRecord.h"
 #include "handhistory/HandHistoryStream.h"
+#include "handhistory/ParseError.h"
 
 #include <boost/regex.hpp>
 
@@ -454,7 +454,7 @@ bool isBlankLine(std::string_view line) {
 void rewritePlayerListAfterGameNumber(std::string& text) {
     const std::size_t game = text.find("Game#");
     if (game == npos)
-        throw HandHistoryParser::ParseError{
+        throw HandHistory::ParseError{
             "no seat lines, no position lines and no \"Game#\": not a hand history"};
     const std::size_t gameLineEnd = text.find('\n', game);
     if (gameLineEnd == npos)

@@ -15,6 +15,6 @@ struct HandHistoryRecord;
 // to `hand`: the blinds of the head line ("$0.50/$1") go to `smallBlind`/`bigBlind`, and
 // seat lines made from position lines ("BB: $100") go to `seats`.
 //
-// Throws HandHistoryParser::ParseError when the text has neither seat lines nor position
+// Throws HandHistory::ParseError when the text has neither seat lines nor position
 // lines nor the marker "Game#", and so cannot be a hand history of any dialect.
 void normalise(std::string& text, HandHistoryRecord& hand);

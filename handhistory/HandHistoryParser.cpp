@@ -1,5 +1,6 @@
 #include "handhistory/HandHistoryParser.h"
 
+#include "Range/CardText.h"
 #include "handhistory/HandHistoryMarkers.h"
 #include "handhistory/HandHistoryNormalisation.h"
 #include "handhistory/HandHistoryStream.h"
@@ -60,17 +61,6 @@ int suitIndex(char suit) {
     static constexpr std::string_view suits = "cshdx";
     const std::size_t at = suits.find(suit);
     return at == std::string_view::npos ? -1 : static_cast<int>(at);
-}
-
-// Board cards: only the 52 real cards.
-bool isBoard(std::string_view cards, std::size_t count) {
-    if (cards.size() != 2 * count)
-        return false;
-    for (std::size_t i = 0; i < cards.size(); i += 2)
-        if (rankIndex(cards[i]) < 0 || cards[i] == 'X' || suitIndex(cards[i + 1]) < 0 ||
-            cards[i + 1] == 'x')
-            return false;
-    return true;
 }
 
 std::string withoutCharacters(std::string_view text, std::string_view drop) {
@@ -338,7 +328,7 @@ void HandHistoryParser::readStreets(HandHistoryStream& stream) {
                 invested.clear();
                 street = marker;
                 *boards[street] = boardOfLine(line);
-                if (isBoard(*boards[street], street == 1 ? 3 : 1))
+                if (Range::CardText::isCards(*boards[street], street == 1 ? 3 : 1))
                     hand.board += *boards[street];
                 stream.skipLine();
                 continue;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "handhistory/HandHistoryRecord.h"
+#include "handhistory/ParseError.h"
+#include "handhistory/PrematureEnd.h"
 
 #include <set>
 #include <string>
@@ -22,14 +24,8 @@ class HandHistoryStream;
 // the text.
 class HandHistoryParser {
 public:
-    // The input does not have the shape of a hand history. `reason` says what was missing,
-    // for messages only; the import flow shows its own text.
-    struct ParseError {
-        std::string reason;
-    };
-    // The text ended before "*** SUMMARY ***". Thrown and caught inside the street stage;
-    // it never leaves the constructor.
-    struct PrematureEnd {};
+    using ParseError = HandHistory::ParseError;
+    using PrematureEnd = HandHistory::PrematureEnd;
 
     // Throws ParseError.
     explicit HandHistoryParser(std::string text);

@@ -1,10 +1,10 @@
 #include "selection/BoardCardsWidget.h"
 
 #include "Range/Assertion.h"
+#include "Range/RandomSource.h"
 #include "selection/CardRange.h"
 #include "selection/CardRangeText.h"
 #include "selection/CardSelectionDialog.h"
-#include "selection/SeededRandom.h"
 #include "ui_BoardCardsWidget.h"
 
 #include <QSignalBlocker>
@@ -25,7 +25,7 @@ bool holdsCard(const std::string& cards, const std::string& card) {
 } // namespace
 
 BoardCardsWidget::BoardCardsWidget(QWidget* parent)
-    : QWidget(parent), ui(new Ui::BoardCardsWidget) {
+    : QWidget(parent), ui(new Ui::BoardCardsWidget), random(&Range::RandomSource::shared()) {
     ui->setupUi(this);
 
     struct Field {
@@ -226,7 +226,8 @@ void BoardCardsWidget::clearAll() {
     applyRules(false);
 }
 
-std::string BoardCardsWidget::randomCards(const std::string& excluded, unsigned int count) {
+std::string BoardCardsWidget::randomCards(const std::string& excluded, unsigned int count,
+                                          Range::RandomSource& random) {
     std::string cards;
     unsigned int free = 0;
     for (std::size_t i = 0; i + 1 < sizeof(deck); i += 2) {
@@ -236,7 +237,7 @@ std::string BoardCardsWidget::randomCards(const std::string& excluded, unsigned 
     QV_ASSERT(free >= count, "Not enough cards left to draw.");
     count = std::min(count, free);
     for (unsigned int drawn = 0; drawn < count;) {
-        const int place = drawRandom() % 52;
+        const std::uint32_t place = random.below(52);
         const std::string card(deck + 2 * place, 2);
         if (holdsCard(cards, card) || holdsCard(excluded, card)) {
             continue;
@@ -251,7 +252,7 @@ void BoardCardsWidget::onShuffleFlop(bool withoutSignals) {
     clearField(ui->flopCards, ui->flopText);
     clearField(ui->turnCards, ui->turnText);
     clearField(ui->riverCards, ui->riverText);
-    fillField(ui->flopCards, ui->flopText, randomCards(getDeadCards(), 3), withoutSignals);
+    fillField(ui->flopCards, ui->flopText, randomCards(getDeadCards(), 3, *random), withoutSignals);
     applyRules(true);
 }
 
@@ -262,9 +263,10 @@ void BoardCardsWidget::onShuffleTurn(bool withoutSignals) {
     // anew first.
     if (ui->flopCards->cardCount() < 3) {
         clearField(ui->flopCards, ui->flopText);
-        fillField(ui->flopCards, ui->flopText, randomCards(getDeadCards(), 3), withoutSignals);
+        fillField(ui->flopCards, ui->flopText, randomCards(getDeadCards(), 3, *random),
+                  withoutSignals);
     }
-    fillField(ui->turnCards, ui->turnText, randomCards(getFlop() + getDeadCards(), 1),
+    fillField(ui->turnCards, ui->turnText, randomCards(getFlop() + getDeadCards(), 1, *random),
               withoutSignals);
     applyRules(true);
 }
@@ -274,20 +276,21 @@ void BoardCardsWidget::onShuffleRiver(bool withoutSignals) {
     if (ui->flopCards->cardCount() < 3) {
         clearField(ui->flopCards, ui->flopText);
         clearField(ui->turnCards, ui->turnText);
-        fillField(ui->flopCards, ui->flopText, randomCards(getDeadCards(), 3), withoutSignals);
-    }
-    if (ui->turnCards->cardCount() == 0) {
-        fillField(ui->turnCards, ui->turnText, randomCards(getFlop() + getDeadCards(), 1),
+        fillField(ui->flopCards, ui->flopText, randomCards(getDeadCards(), 3, *random),
                   withoutSignals);
     }
-    fillField(ui->riverCards, ui->riverText, randomCards(getFlop() + getTurn() + getDeadCards(), 1),
-              withoutSignals);
+    if (ui->turnCards->cardCount() == 0) {
+        fillField(ui->turnCards, ui->turnText, randomCards(getFlop() + getDeadCards(), 1, *random),
+                  withoutSignals);
+    }
+    fillField(ui->riverCards, ui->riverText,
+              randomCards(getFlop() + getTurn() + getDeadCards(), 1, *random), withoutSignals);
     applyRules(true);
 }
 
 void BoardCardsWidget::onShuffleDeadcards() {
     clearField(ui->deadCards, ui->deadText);
-    fillField(ui->deadCards, ui->deadText, randomCards(getBoard(), 21), false);
+    fillField(ui->deadCards, ui->deadText, randomCards(getBoard(), 21, *random), false);
     applyRules(true);
 }
 

@@ -9,6 +9,9 @@
 class CardRange;
 class CardRangeText;
 class QAbstractButton;
+namespace Range {
+class RandomSource;
+}
 
 namespace Ui {
 class BoardCardsWidget;
@@ -66,9 +69,15 @@ public:
     // disabled whatever the flop holds. Clearing its cards is the caller's business.
     void setStronglyDisabled(CardRange* range, bool disabled);
 
-    // `count` random cards none of which lies in `excluded` or repeats: qrand() % 52 into the
-    // deck "2d3d...Ad2h...Ac", drawn again on a repeat. Fewer cards when not enough are free.
-    static std::string randomCards(const std::string& excluded, unsigned int count);
+    // The generator the shuffle buttons draw from; the program's shared one unless set. Not
+    // owned.
+    void setRandomSource(Range::RandomSource* source) { random = source; }
+
+    // `count` random cards none of which lies in `excluded` or repeats: a place in the deck
+    // "2d3d...Ad2h...Ac" drawn from `random` (52 equally likely), drawn again on a repeat.
+    // Fewer cards when not enough are free.
+    static std::string randomCards(const std::string& excluded, unsigned int count,
+                                   Range::RandomSource& random);
 
 signals:
     void changeOccured();
@@ -99,4 +108,5 @@ private:
 
     Ui::BoardCardsWidget* ui;
     Callback callback;
+    Range::RandomSource* random;
 };

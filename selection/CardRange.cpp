@@ -1,13 +1,12 @@
 #include "selection/CardRange.h"
 
 #include "Range/Assertion.h"
+#include "Range/CardText.h"
 #include "selection/Card.h"
 
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
-
-#include <set>
 
 namespace {
 
@@ -32,9 +31,6 @@ public:
         return option.decorationSize + QSize(4, 2);
     }
 };
-
-const QString valueCharacters = QStringLiteral("AKQJT98765432");
-const QString suitCharacters = QStringLiteral("dhsc");
 
 } // namespace
 
@@ -72,17 +68,9 @@ void CardRange::setOtherRanges(const std::vector<CardRange*>& ranges) {
 
 void CardRange::setCardsFromText(const QString& text) {
     clear();
-    std::set<QString> taken;
-    for (int i = 0; i + 1 < text.size(); i += 2) {
-        const QChar value = text.at(i).toUpper();
-        const QChar suit = text.at(i + 1).toLower();
-        if (!valueCharacters.contains(value) || !suitCharacters.contains(suit)) {
-            continue;
-        }
-        const QString card = QString(value) + suit;
-        if (!taken.insert(card).second) {
-            continue;
-        }
+    for (const std::string& cardText :
+         Range::CardText::lenientCards(text.toLatin1().toStdString())) {
+        const QString card = QString::fromStdString(cardText);
         bool elsewhere = false;
         for (const CardRange* other : others) {
             elsewhere = elsewhere || other->holdsCard(card);

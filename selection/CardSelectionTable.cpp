@@ -1,8 +1,9 @@
 #include "selection/CardSelectionTable.h"
 
 #include "Range/CardConversion.h"
+#include "Range/CardText.h"
+#include "Range/RandomSource.h"
 #include "selection/CardPictures.h"
-#include "selection/SeededRandom.h"
 
 #include <QLinearGradient>
 #include <QMouseEvent>
@@ -40,7 +41,8 @@ QLinearGradient rowGradient(const QRect& cell, const QColor& colour) {
 
 } // namespace
 
-CardSelectionTable::CardSelectionTable(QWidget* parent) : QLabel(parent) {
+CardSelectionTable::CardSelectionTable(QWidget* parent)
+    : QLabel(parent), random(&Range::RandomSource::shared()) {
     setFixedSize(1 + Columns * CellWidth, 1 + Rows * CellHeight);
     setMouseTracking(false);
     setFocusPolicy(Qt::NoFocus);
@@ -87,12 +89,8 @@ void CardSelectionTable::setMaxMarked(unsigned int maximum) {
 
 QSet<QString> CardSelectionTable::cardSet(const QString& cards) {
     QSet<QString> result;
-    for (int i = 0; i + 1 < cards.size(); i += 2) {
-        const QString card = cards.mid(i, 2);
-        if (QString(valueCharacters).contains(card.at(0)) &&
-            QStringLiteral("dhsc").contains(card.at(1))) {
-            result.insert(card);
-        }
+    for (const std::string& card : Range::CardText::lenientCards(cards.toLatin1().toStdString())) {
+        result.insert(QString::fromStdString(card));
     }
     return result;
 }
@@ -175,7 +173,7 @@ void CardSelectionTable::SelectRandomCards() {
         }
     }
     while (marked.size() < maximumMarked && !free.empty()) {
-        const std::size_t pick = static_cast<std::size_t>(drawRandom()) % free.size();
+        const std::size_t pick = random->below(static_cast<std::uint32_t>(free.size()));
         mark(free[pick]);
         free.erase(free.begin() + static_cast<std::ptrdiff_t>(pick));
     }

@@ -11,6 +11,10 @@
 #include <set>
 #include <string>
 
+namespace Range {
+class RandomSource;
+}
+
 // The grid of the 52 cards: 13 columns (ace on the left to deuce on the right, the order of
 // the card pictures) by 4 rows (d, h, s, c from the top), each cell 22 by 29 pixels after a
 // border of one pixel.
@@ -68,6 +72,9 @@ public:
     // True: the left button marks and any other button unmarks. False: the right button does
     // nothing, and the first cell of a left stroke toggles while the rest follows it.
     void setUnselectWithRightButton(bool enabled) { unselectWithRightButton = enabled; }
+    // The generator SelectRandomCards draws from; the program's shared one unless set. Not
+    // owned.
+    void setRandomSource(Range::RandomSource* source) { random = source; }
     bool unselectsWithRightButton() const { return unselectWithRightButton; }
 
 signals:
@@ -75,7 +82,7 @@ signals:
 
 public slots:
     // Marks random cards until `maxMarked` are marked, among those neither marked, blocked
-    // nor forbidden (uses qrand()). Emits SelectionChanged.
+    // nor forbidden, each free card equally likely. Emits SelectionChanged.
     void SelectRandomCards();
 
 protected:
@@ -91,6 +98,7 @@ private:
     static QSet<QString> cardSet(const QString& cards);
     void buildImages();
 
+    Range::RandomSource* random;
     unsigned int maximumMarked = 3;
     std::map<CardValue, std::string> marked;
     QSet<QString> blockedCards;

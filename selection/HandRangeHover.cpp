@@ -3,7 +3,7 @@
 #include "Range/HandRangeElementConversion.h"
 #include "Range/Tree.h"
 #include "Range/TreeRangeNode.h"
-#include "app/NoPaintFilter.h"
+#include "utils/ui/NoPaintFilter.h"
 #include "selection/HandSelectionTable.h"
 #include "selection/HoverFrame.h"
 

@@ -1,15 +1,18 @@
 #pragma once
 
-#include "Range/GroupColor.h"
 #include "Range/HandRange.h"
 #include "Range/NodeMemento.h"
 #include "Range/Tree.h"
+#include "selection/HandPercentOrder.h"
+#include "selection/HandSelectionGroups.h"
+#include "selection/HandSelectionPrompts.h"
+#include "selection/SavedRangeTree.h"
+#include "selection/UndoHistory.h"
 
 #include <QDialog>
 #include <QString>
 
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -31,29 +34,18 @@ class HandSelectionDialog;
 // is a snapshot of a private undo list (the group tree and the group shown); the tree of
 // saved ranges has its own list of tree mementos.
 //
-// Groups made here are exclusive in overwrite mode, like the groups the main window adds:
-// painting a combination into a group takes it from its sibling groups. A group always
-// stays inside its parent.
+// The dialog itself keeps the table, the slider, the text line and the numbers, the range
+// undo list, and wires the parts: the group row and its edits are HandSelectionGroups, the
+// tree of saved ranges with its undo list is SavedRangeTree, the slider's ranking is
+// HandPercentOrder, the stored options and window place are HandSelectionSettings.
 //
 // Modal; made per use on the stack of the slot that opens it.
 class HandSelectionDialog : public QDialog {
     Q_OBJECT
 
 public:
-    // The question windows, replaceable so that tests need no modal loops. Each returns
-    // false when the user cancelled.
-    struct Prompts {
-        // Asks for a group name with the title "Group"; `name` holds the present one.
-        std::function<bool(QWidget* parent, QString& name)> askGroupName;
-        // "Do you really want to delete this group (and all children if existing)?"
-        std::function<bool(QWidget* parent)> confirmGroupDelete;
-        // The two colours of a group; `unused` are the free standard colours.
-        std::function<bool(QWidget* parent, const Range::GroupColor& current,
-                           const std::vector<Range::GroupColor>& unused, Range::GroupColor& chosen)>
-            chooseGroupColors;
-        // A warning that leaves the dialog open.
-        std::function<void(QWidget* parent, const QString& title, const QString& text)> warn;
-    };
+    // The question windows, replaceable so that tests need no modal loops.
+    using Prompts = HandSelectionPrompts;
 
     // One entry of the range undo list.
     struct RangeSnapshot {
@@ -99,23 +91,27 @@ public:
 
     // The ranking of the 169 classes the slider walks, best first ("AA,KK,QQ,...,32o"), and
     // each class's number of combinations; built once per process.
-    static const std::vector<Range::Element>& percentOrder();
-    static const std::vector<unsigned int>& percentOrderCounts();
+    static const std::vector<Range::Element>& percentOrder() { return HandPercentOrder::classes(); }
+    static const std::vector<unsigned int>& percentOrderCounts() {
+        return HandPercentOrder::counts();
+    }
     // The range of the first classes of percentOrder whose combinations reach `percent`
     // (cut to a whole number) of 1326; 0 gives no class, 100 all.
-    static Range::HandRange rangeForPercent(double percent);
+    static Range::HandRange rangeForPercent(double percent) {
+        return HandPercentOrder::rangeFor(percent);
+    }
     // "12.34 %": two decimals, a blank and the percent sign; `share` is 0..1.
     static QString percentText(double share);
 
-    void setPrompts(Prompts prompts) { this->prompts = std::move(prompts); }
+    void setPrompts(Prompts prompts) { groups->setPrompts(std::move(prompts)); }
     Ui::HandSelectionDialog* form() const { return ui; }
 
     // --- State ---------------------------------------------------------------------------
     // The edited tree (node 0 the complete range) and the node shown.
     Range::Tree& groupTree() { return rootRange; }
-    unsigned int currentGroup() const { return shownGroup; }
-    unsigned int defaultParentGroup() const { return defaultParent; }
-    Range::HandRange& currentRange();
+    unsigned int currentGroup() const { return groups->shownGroup(); }
+    unsigned int defaultParentGroup() const { return groups->defaultParent(); }
+    Range::HandRange& currentRange() { return rootRange.handRange(currentGroup()); }
     // Compact text of the range shown.
     std::string currentRangeText() const;
     const std::string& boardText() const { return board; }
@@ -123,15 +119,15 @@ public:
     // Board and dead cards as one-bit card masks.
     const std::vector<unsigned long long>& deadCardMasks() const { return deadCards; }
     ThreadPool* threadPool() const { return pool; }
-    const std::vector<RangeSnapshot>& rangeUndoList() const { return rangeHistory; }
-    std::size_t rangeUndoPosition() const { return rangeHistoryPosition; }
+    const std::vector<RangeSnapshot>& rangeUndoList() const { return rangeHistory.entries(); }
+    std::size_t rangeUndoPosition() const { return rangeHistory.position(); }
     // The group boxes in order: the root's, one per group, and the "New" box last.
-    std::vector<RangeGroupBox*> groupBoxes() const;
+    std::vector<RangeGroupBox*> groupBoxes() const { return groups->boxes(); }
 
     // --- Range selectors ----------------------------------------------------------------
     // What a selector picks from: the parent group's range when the group shown has a
     // range parent that isn't empty, otherwise the full range.
-    Range::HandRange selectionInputRange() const;
+    Range::HandRange selectionInputRange() const { return groups->selectionInput(); }
     // Merges single hands (two-card masks) into the range shown by the select mode of the
     // combo, and records a snapshot. Inverted modes invert within the full range.
     void applySelection(const std::vector<unsigned long long>& hands);
@@ -139,10 +135,10 @@ public:
     // --- Tree of saved ranges -------------------------------------------------------------
     // The tree the range tree view works on; its undo list starts from its state when
     // resetTreeHistory() was last called (at opening).
-    Range::Tree& savedRangeTree() { return rangeTree; }
-    void resetTreeHistory();
-    std::size_t treeUndoPosition() const { return treeHistoryPosition; }
-    std::size_t treeUndoCount() const { return treeHistory.size(); }
+    Range::Tree& savedRangeTree() { return savedTree->tree(); }
+    void resetTreeHistory() { savedTree->resetHistory(); }
+    std::size_t treeUndoPosition() const { return savedTree->historyPosition(); }
+    std::size_t treeUndoCount() const { return savedTree->historySize(); }
 
 signals:
     // The saved-range tree was replaced by an undo or redo: views of it must reset.
@@ -158,65 +154,55 @@ public slots:
     void rangeValueChanged(double value);
     void onGroupBoxClick();
     void onInvertRange();
-    void onGetGroupRemainder();
+    void onGetGroupRemainder() { groups->takeRemainder(); }
     void onRangeChanged();
     void clearRange();
-    void onEditGroupName();
-    void onChangeGroupColor();
-    void onDeleteGroup();
-    void onParentGroupRangeIndexChange(int index);
-    void onDefaultForNewGroupsStateChange(int state);
+    // The group row and the saved-range tree wire their own widgets; these slots act on them
+    // as their widgets do.
+    void onEditGroupName() { groups->editName(); }
+    void onChangeGroupColor() { groups->editColors(); }
+    void onDeleteGroup() { groups->deleteShown(); }
+    void onParentGroupRangeIndexChange(int index) { groups->moveToParent(index); }
+    void onDefaultForNewGroupsStateChange(int state) { groups->setDefaultForNewGroups(state); }
     void onSelectCardsWithRightMouseButtonToggle(bool checked);
     void onTextEditChange();
     void onUndo();
     void onRedo();
     void onChangedForMemento();
-    void onTreeChanged();
-    void onTreeUndo();
-    void onTreeRedo();
+    void onTreeChanged() { savedTree->recordChange(); }
+    void onTreeUndo() { savedTree->undo(); }
+    void onTreeRedo() { savedTree->redo(); }
 
 private:
     HandSelectionDialog(const std::string& board, const std::string& deadCards, ThreadPool* pool,
                         QWidget* parent);
     void setUp();
     void wire();
-    void readWindowSettings();
-    void writeWindowSettings();
 
     void applyPercent(double percent);
-    // Shows a node: table, text line, labels, group widgets; the slider goes to 0.
+    // Shows a node: table, text line, labels, group row; the slider goes to 0.
     void showGroup(unsigned int index);
-    void createGroup();
-    void rebuildGroupBoxes();
-    void fillParentCombo();
+    // The table and the line let go of the tree, whose nodes are about to be replaced.
+    void releaseTree();
     // Redraws the table (all cells) and the text line, then the numbers.
     void refreshAll();
     void updateNumbers();
     void setSliderSilently(int value);
     RangeSnapshot takeSnapshot() const;
     void restoreSnapshot(const RangeSnapshot& snapshot);
-    std::vector<const Range::HandRange*> siblingRanges(unsigned int index) const;
-    bool hasRangeParent(unsigned int index) const;
-    unsigned int groupCount() const;
     void writeBack();
 
     Ui::HandSelectionDialog* ui;
-    Prompts prompts;
+    HandSelectionGroups* groups = nullptr;
+    SavedRangeTree* savedTree = nullptr;
     Range::Tree rootRange;
     Range::Tree* callerTree = nullptr;
     Range::HandRange* callerRange = nullptr;
     std::vector<Range::NodeMemento> openingState;
-    unsigned int shownGroup = 0;
-    unsigned int defaultParent = 0;
     std::string board;
     std::string deadCardText;
     std::vector<unsigned long long> deadCards;
     ThreadPool* pool = nullptr;
-    std::vector<RangeSnapshot> rangeHistory;
-    std::size_t rangeHistoryPosition = 0;
-    Range::Tree rangeTree;
-    std::vector<std::vector<Range::NodeMemento>> treeHistory;
-    std::size_t treeHistoryPosition = 0;
-    std::vector<RangeGroupBox*> boxes;
+    UndoHistory<RangeSnapshot> rangeHistory;
     bool withGroups = true;
 };

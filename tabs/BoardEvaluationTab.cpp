@@ -1,13 +1,14 @@
 #include "tabs/BoardEvaluationTab.h"
 
 #include "Range/Assertion.h"
+#include "Range/CardText.h"
 #include "Range/HandRangeElementConversion.h"
 #include "Range/HandRangeStringReader.h"
 #include "Range/RangeStringOperations.h"
 #include "calculation/ThreadPool.h"
 #include "handstrength/HandGroupSchema.h"
-#include "handstrength/HandGroupSchemaSelection.h"
-#include "handstrength/HandGroupTickSchemaSelection.h"
+#include "handstrength/ui/HandGroupSchemaSelection.h"
+#include "handstrength/ui/HandGroupTickSchemaSelection.h"
 #include "selection/HandRangeHover.h"
 #include "tabs/BoardHitEvaluationTable.h"
 #include "tabs/HandStrengthLabel.h"
@@ -151,24 +152,7 @@ std::string BoardEvaluationTab::technicalRange(const std::string& text) {
 }
 
 bool BoardEvaluationTab::cardsAreValid(const std::string& boardText, const std::string& deadText) {
-    if (boardText.size() % 2 != 0 || deadText.size() % 2 != 0)
-        return false;
-    // A board of one or two cards is an unfinished flop: valid, and evaluated as no board.
-    if (boardText.size() / 2 > 5)
-        return false;
-    unsigned long long seen = 0;
-    const std::string all = boardText + deadText;
-    for (std::size_t i = 0; i < all.size(); i += 2) {
-        if (!isValue(all[i]) || !isSuit(all[i + 1]))
-            return false;
-        const long value = std::strchr(valueCharacters, all[i]) - valueCharacters;
-        const long suit = std::strchr(suitCharacters, all[i + 1]) - suitCharacters;
-        const unsigned long long bit = 1ULL << (suit * 13 + value);
-        if (seen & bit)
-            return false;
-        seen |= bit;
-    }
-    return true;
+    return Range::CardText::problemOf(boardText, deadText).empty();
 }
 
 void BoardEvaluationTab::updateEvaluation(const Range::HandRange& player1Range,
@@ -186,11 +170,13 @@ void BoardEvaluationTab::updateEvaluation(const std::string& player1Range,
                                           bool alwaysRefresh) {
     std::string technical1 = technicalRange(player1Range);
     std::string technical2 = technicalRange(player2Range);
+    // Cards that cannot be analysed leave the tab without a board: nothing is counted. An
+    // unfinished flop is the user's way to a complete one; any other bad card text is a fault
+    // of the caller, who hands on what the board widget holds.
     std::string newBoard = boardText;
     std::string newDead = deadText;
-    const bool valid = cardsAreValid(boardText, deadText);
-    QV_ASSERT(valid, "Invalid board or dead cards.");
-    if (!valid) {
+    if (!cardsAreValid(boardText, deadText)) {
+        QV_ASSERT(Range::CardText::isUnfinishedFlop(boardText), "Invalid board or dead cards.");
         newBoard.clear();
         newDead.clear();
     }

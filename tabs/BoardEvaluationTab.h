@@ -109,8 +109,7 @@ public:
     int selectedPlayer() const;
 
     // Input texts: technical range text (any accepted spelling spelled out), and whether a
-    // board (up to five cards; fewer than three count as no board) and dead card text are
-    // well-formed cards, none given twice.
+    // board and its dead cards can be analysed (Range::CardText::problemOf finds nothing).
     static std::string technicalRange(const std::string& text);
     static bool cardsAreValid(const std::string& board, const std::string& deadCards);
 

@@ -1,7 +1,7 @@
 #include "tabs/EquityMatrixTable.h"
 
 #include "Range/CardConversion.h"
-#include "app/EquityColor.h"
+#include "utils/ui/EquityColor.h"
 
 #include <QFontMetrics>
 #include <QLinearGradient>

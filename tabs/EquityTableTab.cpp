@@ -2,16 +2,17 @@
 
 #include "Range/Assertion.h"
 #include "Range/CardConversion.h"
+#include "Range/CardText.h"
 #include "Range/HandRange.h"
 #include "Range/HandRangeElementConversion.h"
 #include "Range/HandRangeStringManipulator.h"
 #include "Range/RangeStringOperations.h"
-#include "app/EquityColor.h"
 #include "calculation/ThreadPool.h"
 #include "tabs/EquityMatrixTable.h"
 #include "tabs/EquityTableHandColumn.h"
 #include "tabs/EquityTableNumberColumn.h"
 #include "ui_EquityTableTab.h"
+#include "utils/ui/EquityColor.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -27,7 +28,6 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
-#include <set>
 
 namespace {
 
@@ -44,45 +44,6 @@ enum Column {
     CombinationsColumn,
     RangeShareColumn
 };
-
-bool isValueChar(char c) {
-    return std::string("23456789TJQKA").find(c) != std::string::npos;
-}
-bool isSuitChar(char c) {
-    return c == 'd' || c == 'h' || c == 's' || c == 'c';
-}
-
-// The reason why board and dead card text cannot go to the evaluator, or an empty text.
-QString checkCardTexts(const std::string& board, const std::string& dead) {
-    std::set<std::string> seen;
-    const auto readCards = [&seen](const std::string& text, const QString& what) -> QString {
-        if (text.size() % 2 != 0) {
-            return QStringLiteral("The %1 \"%2\" is not a list of two-character cards.")
-                .arg(what, QString::fromStdString(text));
-        }
-        for (std::size_t i = 0; i < text.size(); i += 2) {
-            const std::string card = text.substr(i, 2);
-            if (!isValueChar(card[0]) || !isSuitChar(card[1])) {
-                return QStringLiteral("Unknown card \"%1\" in the %2.")
-                    .arg(QString::fromStdString(card), what);
-            }
-            if (!seen.insert(card).second) {
-                return QStringLiteral("The card %1 is given twice.")
-                    .arg(QString::fromStdString(card));
-            }
-        }
-        return QString();
-    };
-    const std::size_t boardCards = board.size() / 2;
-    QString reason = readCards(board, QStringLiteral("board"));
-    if (reason.isEmpty() && boardCards != 0 && (boardCards < 3 || boardCards > 5)) {
-        reason = QStringLiteral("A board has 0, 3, 4 or 5 cards, not %1.").arg(boardCards);
-    }
-    if (reason.isEmpty()) {
-        reason = readCards(dead, QStringLiteral("dead cards"));
-    }
-    return reason;
-}
 
 // Range text of any spelling in technical form; bad tokens are dropped.
 std::string technicalRangeText(const std::string& text) {
@@ -272,7 +233,7 @@ void EquityTableTab::updateInputs(const std::string& player1, const std::string&
         return;
     }
 
-    const QString reason = checkCardTexts(board, deadCards);
+    const QString reason = QString::fromStdString(Range::CardText::problemOf(board, deadCards));
     if (!reason.isEmpty()) {
         showInputError(reason);
         return;

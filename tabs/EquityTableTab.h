@@ -1,5 +1,6 @@
 #pragma once
 
+#include "calculation/ThreadPool.h"
 #include "calculation/WinEvaluationByHandHandle.h"
 #include "tabs/EquityTableTypes.h"
 
@@ -14,7 +15,6 @@
 
 class QMovie;
 class ThreadHandle;
-class ThreadPool;
 
 namespace Ui {
 class EquityTableTab;

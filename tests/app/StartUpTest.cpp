@@ -9,7 +9,7 @@
 #include "app/ProductServer.h"
 #include "app/ReleaseNoteDialog.h"
 #include "app/StartUp.h"
-#include "app/Version.h"
+#include "quorvane/Version.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -13,6 +13,7 @@
 #include <QObject>
 #include <QThread>
 #include <QThreadPool>
+#include <QtConcurrent/QtConcurrentRun>
 #include <VelmaraEvaluatorBase.h>
 #include <boost/make_shared.hpp>
 #include <gtest/gtest.h>
@@ -119,6 +120,53 @@ public:
     bool keptIsRunningDuringSignal = false;
     std::function<void()> onSignal;
 };
+
+// Records every emission of the pool's three signals: the handle it carries, whether the
+// pool still knew that calculation while the signal ran, and the last result of each kind.
+class SignalLog : public QObject {
+public:
+    explicit SignalLog(ThreadPool* pool) : pool(pool) {
+        connect(pool, &ThreadPool::EquityCalculationFinished, this,
+                [this](const ThreadHandle& handle, const LongedEvaluation& result) {
+                    record(equity, handle);
+                    lastEquity = result;
+                });
+        connect(pool, &ThreadPool::WinEvaluationFinished, this,
+                [this](const ThreadHandle& handle, const DetailWinEvaluations& result) {
+                    record(win, handle);
+                    lastWin = result;
+                });
+        connect(pool, &ThreadPool::WinEvaluationByHandFinished, this,
+                [this](const ThreadHandle& handle, const WinEvaluationsByHand& result) {
+                    record(byHand, handle);
+                    lastByHand = result;
+                });
+    }
+
+    std::size_t total() const { return equity.size() + win.size() + byHand.size(); }
+
+    ThreadPool* pool;
+    std::vector<ThreadHandle> equity;
+    std::vector<ThreadHandle> win;
+    std::vector<ThreadHandle> byHand;
+    std::vector<bool> knownDuringSignal;
+    LongedEvaluation lastEquity;
+    DetailWinEvaluations lastWin;
+    WinEvaluationsByHand lastByHand;
+
+private:
+    void record(std::vector<ThreadHandle>& handles, const ThreadHandle& handle) {
+        handles.push_back(handle);
+        knownDuringSignal.push_back(pool->isKnown(handle));
+    }
+};
+
+// A detail win evaluation with the one key every hand meets.
+DetailWinEvaluations everything() {
+    DetailWinEvaluations evaluations;
+    evaluations.emplace_back(HandStrengthKey(0, 0), "Everything");
+    return evaluations;
+}
 
 class ThreadPoolTest : public ::testing::Test {
 protected:
@@ -508,4 +556,201 @@ TEST_F(ThreadPoolTest, DestroyingThePoolWithRunningTasksDoesNotWaitForThem) {
         QCoreApplication::processEvents();
     }
     EXPECT_EQ(listener.received_, 0);
+}
+
+TEST_F(ThreadPoolTest, EachResultTravelsOnTheSignalOfItsKindOnly) {
+    ThreadPool pool;
+    SignalLog log(&pool);
+    EquityCalculationHandle equity = pool.createEquityCalculationHandle();
+    WinEvaluationHandle win = pool.createWinEvaluationHandle();
+    WinEvaluationByHandHandle byHand = pool.createWinEvaluationByHandHandle();
+    equity.Start("AhAd", "KsKc", riverBoard, "");
+    win.Start("AhAd", "KsKc", riverBoard, "", everything());
+    byHand.Start("AhAd", "KsKc", riverBoard, "");
+    ASSERT_TRUE(waitFor([&] { return log.total() == 3; }));
+    drain();
+
+    ASSERT_EQ(log.equity.size(), 1u);
+    ASSERT_EQ(log.win.size(), 1u);
+    ASSERT_EQ(log.byHand.size(), 1u);
+    EXPECT_TRUE(log.equity[0] == equity);
+    EXPECT_TRUE(log.win[0] == win);
+    EXPECT_TRUE(log.byHand[0] == byHand);
+    EXPECT_TRUE(sameCounters(log.lastEquity, directEquity("AhAd", "KsKc", riverBoard, "")));
+    ASSERT_EQ(log.lastWin.size(), 1u);
+    EXPECT_EQ(log.lastWin[0].name, "Everything");
+    EXPECT_GT(log.lastWin[0].wins, 0);
+    EXPECT_EQ(log.lastWin[0].losses, 0);
+    ASSERT_EQ(log.lastByHand.size(), 1u);
+    EXPECT_GT(log.lastByHand[0].total, 0u);
+    EXPECT_EQ(log.lastByHand[0].wins, log.lastByHand[0].total);
+
+    // Every kind is still known while its signal runs, and forgotten right after.
+    EXPECT_EQ(log.knownDuringSignal, std::vector<bool>(3, true));
+    EXPECT_FALSE(equity.IsRunning());
+    EXPECT_FALSE(win.IsRunning());
+    EXPECT_FALSE(byHand.IsRunning());
+}
+
+TEST_F(ThreadPoolTest, StoppedWinEvaluationsOfBothKindsAreSilent) {
+    ThreadPool pool;
+    SignalLog log(&pool);
+    WinEvaluationHandle win = pool.createWinEvaluationHandle();
+    WinEvaluationByHandHandle byHand = pool.createWinEvaluationByHandHandle();
+    win.Start("AhAd", "KsKc", riverBoard, "", everything());
+    byHand.Start("AhAd", "KsKc", riverBoard, "");
+    // Both tasks are done, their notices still wait in the event queue.
+    ASSERT_TRUE(QThreadPool::globalInstance()->waitForDone(60000));
+    EXPECT_TRUE(win.IsRunning());
+    EXPECT_TRUE(byHand.IsRunning());
+    win.Stop();
+    ThreadHandle& asBase = byHand;
+    asBase.Stop(); // the same Stop for every kind
+    drain();
+    EXPECT_EQ(log.total(), 0u);
+    EXPECT_FALSE(pool.isKnown(win));
+    EXPECT_FALSE(pool.isKnown(byHand));
+    EXPECT_FALSE(win.IsRunning());
+    EXPECT_FALSE(byHand.IsRunning());
+}
+
+TEST_F(ThreadPoolTest, ReplacedWinEvaluationByHandReportsOnlyTheNewHandle) {
+    ThreadPool pool;
+    SignalLog log(&pool);
+    WinEvaluationByHandHandle handle = pool.createWinEvaluationByHandHandle();
+    handle.Start(allHands(), allHands(), "", "2c");
+    const WinEvaluationByHandHandle first = handle;
+    if (handle.IsRunning()) {
+        handle.Stop();
+    }
+    handle = pool.createWinEvaluationByHandHandle();
+    handle.Start("AhAd", "KsKc", riverBoard, "");
+    ASSERT_TRUE(waitFor([&] { return log.total() >= 1; }));
+    drain();
+    ASSERT_EQ(log.byHand.size(), 1u);
+    EXPECT_EQ(log.total(), 1u);
+    EXPECT_TRUE(log.byHand[0] == handle);
+    EXPECT_FALSE(log.byHand[0] == first);
+    ASSERT_EQ(log.lastByHand.size(), 1u);
+    EXPECT_EQ(log.lastByHand[0].wins, log.lastByHand[0].total);
+    EXPECT_FALSE(pool.isKnown(first));
+}
+
+TEST_F(ThreadPoolTest, StartFaultsAreAssertedForEveryKindOfHandle) {
+    ThreadPool pool;
+    SignalLog log(&pool);
+    AssertionRecorder recorder;
+
+    WinEvaluationHandle invalidWin;
+    invalidWin.Start("AhAd", "KsKc", riverBoard, "", everything());
+    EXPECT_EQ(recorder.messages(), std::vector<std::string>{"Start of a handle without a pool."});
+    recorder.clear();
+    WinEvaluationByHandHandle invalidByHand;
+    invalidByHand.Start("AhAd", "KsKc", riverBoard, "");
+    EXPECT_EQ(recorder.messages(), std::vector<std::string>{"Start of a handle without a pool."});
+    recorder.clear();
+
+    WinEvaluationHandle win = pool.createWinEvaluationHandle();
+    WinEvaluationByHandHandle byHand = pool.createWinEvaluationByHandHandle();
+    win.Start("AhAd", "KsKc", riverBoard, "", everything());
+    byHand.Start("AhAd", "KsKc", riverBoard, "");
+    ASSERT_TRUE(waitFor([&] { return log.total() == 2; }));
+    EXPECT_TRUE(recorder.messages().empty());
+    win.Start("AhAd", "KsKc", riverBoard, "", everything());
+    EXPECT_EQ(recorder.messages(), std::vector<std::string>{"Start of an unknown calculation."});
+    recorder.clear();
+    byHand.Start("AhAd", "KsKc", riverBoard, "");
+    EXPECT_EQ(recorder.messages(), std::vector<std::string>{"Start of an unknown calculation."});
+    drain();
+    // Nothing was started by the faulty calls.
+    EXPECT_EQ(log.win.size(), 1u);
+    EXPECT_EQ(log.byHand.size(), 1u);
+    EXPECT_EQ(log.total(), 2u);
+}
+
+TEST_F(ThreadPoolTest, HandlesOfEveryKindStoppedBeforeStartStayKnown) {
+    ThreadPool pool;
+    SignalLog log(&pool);
+    WinEvaluationHandle win = pool.createWinEvaluationHandle();
+    WinEvaluationByHandHandle byHand = pool.createWinEvaluationByHandHandle();
+    win.Stop();
+    byHand.Stop();
+    drain();
+    EXPECT_TRUE(pool.isKnown(win));
+    EXPECT_TRUE(pool.isKnown(byHand));
+    EXPECT_TRUE(win.IsRunning());
+    EXPECT_TRUE(byHand.IsRunning());
+    EXPECT_EQ(log.total(), 0u);
+}
+
+TEST_F(ThreadPoolTest, AStopFlagIsNeverReset) {
+    ThreadPool pool;
+    EquityListener listener(&pool);
+    listener.handle = pool.createEquityCalculationHandle();
+    listener.handle.Stop();
+    // Every hand against every hand would take seconds; the flag is up from the start, so
+    // the task ends at once with the stop value. Start marks the entry running again, so
+    // that value is what gets published.
+    listener.handle.Start(allHands(), allHands(), "", "2c");
+    ASSERT_TRUE(waitFor([&] { return listener.received_ == 1; }));
+    drain();
+    EXPECT_EQ(listener.received_, 1);
+    EXPECT_EQ(listener.accepted, 1);
+    EXPECT_TRUE(isZero(listener.lastAccepted));
+    EXPECT_FALSE(pool.isKnown(listener.handle));
+}
+
+TEST_F(ThreadPoolTest, AHandleStartedTwiceReportsOnce) {
+    ThreadPool pool;
+    EquityListener listener(&pool);
+    listener.calculate("AhAd", "KsKc", riverBoard, "");
+    // No event has been processed yet: the first task's end cannot have been seen.
+    listener.handle.Start("KsKc", "AhAd", riverBoard, "");
+    drain();
+    EXPECT_EQ(listener.received_, 1);
+    EXPECT_EQ(listener.accepted, 1);
+    // Whichever task ended first was published; the other one's watcher was only cleaned.
+    EXPECT_GT(listener.lastAccepted.total, 0u);
+    EXPECT_TRUE(listener.lastAccepted.wins1 == listener.lastAccepted.total ||
+                listener.lastAccepted.wins2 == listener.lastAccepted.total);
+    EXPECT_FALSE(pool.isKnown(listener.handle));
+}
+
+TEST_F(ThreadPoolTest, ACalculationKeepsTheResultKindOfItsFirstTask) {
+    ThreadPool pool;
+    SignalLog log(&pool);
+    EquityCalculationHandle equity = pool.createEquityCalculationHandle();
+    equity.Start("AhAd", "KsKc", riverBoard, "");
+    // A handle of another kind, built by hand around the same calculation.
+    WinEvaluationByHandHandle foreign(&pool, equity.getId());
+    AssertionRecorder recorder;
+    foreign.Start("AhAd", "KsKc", riverBoard, "");
+    EXPECT_EQ(recorder.messages(),
+              std::vector<std::string>{"Start of a calculation with another result type."});
+    drain();
+    ASSERT_EQ(log.equity.size(), 1u);
+    EXPECT_EQ(log.total(), 1u);
+    EXPECT_TRUE(log.equity[0] == equity);
+    EXPECT_TRUE(sameCounters(log.lastEquity, directEquity("AhAd", "KsKc", riverBoard, "")));
+    EXPECT_FALSE(pool.isKnown(equity));
+}
+
+TEST_F(ThreadPoolTest, ATaskWatchedForAnEntryNeverMarkedRunningLeavesEverythingInPlace) {
+    ThreadPool pool;
+    SignalLog log(&pool);
+    EquityCalculationHandle handle = pool.createEquityCalculationHandle();
+    LongedEvaluation done;
+    done.total = 1;
+    done.wins1 = 1;
+    pool.watch(handle, QtConcurrent::run([done] { return done; }));
+    drain();
+    // The entry is still in its created state: its watcher's end publishes nothing and
+    // removes nothing (the pool's destructor deletes that watcher).
+    EXPECT_EQ(log.total(), 0u);
+    EXPECT_TRUE(pool.isKnown(handle));
+    EXPECT_TRUE(handle.IsRunning());
+    pool.stop(handle);
+    drain();
+    EXPECT_EQ(log.total(), 0u);
+    EXPECT_TRUE(pool.isKnown(handle));
 }

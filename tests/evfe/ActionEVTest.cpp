@@ -1,6 +1,7 @@
 // EV of single reactions, built directly as LineAction records.
 
 #include "EVTestSupport.h"
+#include "VariantSetUp.h"
 
 #include "VelmaraEvaluatorBase.h"
 #include "evfe/LineAction.h"
@@ -273,17 +274,16 @@ TEST(ActionEVTest, EquitiesOfAnEmptyEvaluationAreNotANumber) {
 }
 
 TEST(ActionEVTest, VariantPassesItsMoneyAndTheRakeToEveryAction) {
-    LineVariant variant = evaluate({"Bet/Call",
-                                    "Player2",
-                                    25,
-                                    3,
-                                    4,
-                                    70,
-                                    80,
-                                    9,
-                                    2.5,
-                                    1.5,
-                                    {{1, 0, 0, 0}, {1, 0.5f, 0.5f, 0}, {1, 0.5f, 0.5f, 27}}});
+    LineVariant variant = VariantSetUp("Bet/Call", "Player2")
+                              .pot(25)
+                              .lastInvestments(3, 4)
+                              .stacks(70, 80)
+                              .firstSize(9)
+                              .rake(2.5, 1.5)
+                              .fold(1)
+                              .showdown(1, 0.5f, 0.5f)
+                              .showdown(1, 0.5f, 0.5f, 27)
+                              .evaluate();
     for (const LineAction& action : variant.actions) {
         EXPECT_EQ(action.deadmoney, 25.0f);
         EXPECT_EQ(action.previousMoney, 9.0f);

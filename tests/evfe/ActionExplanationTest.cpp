@@ -1,6 +1,7 @@
 // The rich-text tool tips of reactions and variants, compared word for word.
 
 #include "EVTestSupport.h"
+#include "VariantSetUp.h"
 
 #include "evfe/LineAction.h"
 #include "evfe/RakeInformation.h"
@@ -25,18 +26,7 @@ LineAction reaction(ActionCode code, bool player1First, float pot, float rakeFra
 // "Bet/Ship" on the turn: pot 20, Player1 bets 15, stacks 80 and 60, rake 4 % capped at 5.
 // The numbers are worked out in LineEVTest (BetShipWithTheShorterStackCapping...).
 TEST(ExplanationTest, EveryTextOfOneFullLine) {
-    const LineVariant v =
-        evaluate({"Bet/Ship",
-                  "Player1",
-                  20,
-                  0,
-                  0,
-                  80,
-                  60,
-                  15,
-                  4,
-                  5,
-                  {{30, 0, 0, 0}, {40, 0.6f, 0.4f, 0}, {20, 0, 0, 45}, {10, 0.5f, 0.5f, 0}}});
+    const LineVariant v = VariantSetUp::betShipOnTheTurn().evaluate();
 
     // The first action has no EV and no text.
     EXPECT_EQ(v.actions[0].explanation, "");

@@ -10,6 +10,7 @@
 // reactions in which the other player folds to him.
 
 #include "EVTestSupport.h"
+#include "VariantSetUp.h"
 
 #include <gtest/gtest.h>
 
@@ -37,17 +38,8 @@ TEST(LineEVTest, CheckFoldWithoutRake) {
     // Bet, fold: Player2 takes the 10: EV1 = 0, EV2 = 10.
     // Overall EV1 = 0.75 * 6 + 0.25 * 0 = 4.5; EV2 = 0.75 * 4 + 0.25 * 10 = 5.5.
     // Player1 never makes Player2 fold; Player2's bet folds Player1 in 25 %.
-    const LineVariant v = evaluate({"Check/Fold",
-                                    "Player1",
-                                    10,
-                                    0,
-                                    0,
-                                    100,
-                                    100,
-                                    0,
-                                    0,
-                                    0,
-                                    {{30, 0.6f, 0.4f, 0}, {10, 0, 0, 0}}});
+    const LineVariant v =
+        VariantSetUp("Check/Fold", "Player1").pot(10).showdown(30, 0.6f, 0.4f).fold(10).evaluate();
     expectReaction(v, 1, "6.00", "4.00");
     expectReaction(v, 2, "0.00", "10.00");
     expectOverall(v, "4.50", "5.50", "0.00", "0.25");
@@ -60,17 +52,12 @@ TEST(LineEVTest, CheckFoldForPlayer2WithRakeAtTheCap) {
     // Bet, fold: Player1 takes 30 less the rake of 1 (folds are raked too): 29.
     // Overall EV1 = 0.5 * 5.8 + 0.5 * 29 = 17.4; EV2 = 0.5 * 23.2 + 0.5 * 0 = 11.6.
     // Player1 folds the first actor Player2 out half the time: FE_P1 = 0.5, FE_P2 = 0.
-    const LineVariant v = evaluate({"Check/Fold",
-                                    "Player2",
-                                    30,
-                                    0,
-                                    0,
-                                    100,
-                                    100,
-                                    0,
-                                    5,
-                                    1,
-                                    {{20, 0.2f, 0.8f, 0}, {20, 0, 0, 0}}});
+    const LineVariant v = VariantSetUp("Check/Fold", "Player2")
+                              .pot(30)
+                              .rake(5, 1)
+                              .showdown(20, 0.2f, 0.8f)
+                              .fold(20)
+                              .evaluate();
     expectReaction(v, 1, "5.80", "23.20");
     expectReaction(v, 2, "29.00", "0.00");
     expectOverall(v, "17.40", "11.60", "0.50", "0.00");
@@ -87,17 +74,12 @@ TEST(LineEVTest, CheckCallWithRakeBelowTheCap) {
     // Overall EV1 = 0.6 * 5.7 + 0.4 * -0.02 = 3.42 - 0.008 = 3.412
     //         EV2 = 0.6 * 5.7 + 0.4 * 10.62 = 3.42 + 4.248 = 7.668
     // Nobody folds in this line: both fold equities 0.
-    const LineVariant v = evaluate({"Check/Call",
-                                    "Player1",
-                                    12,
-                                    0,
-                                    0,
-                                    100,
-                                    100,
-                                    0,
-                                    5,
-                                    3,
-                                    {{60, 0.5f, 0.5f, 0}, {40, 0.3f, 0.7f, 8}}});
+    const LineVariant v = VariantSetUp("Check/Call", "Player1")
+                              .pot(12)
+                              .rake(5, 3)
+                              .showdown(60, 0.5f, 0.5f)
+                              .showdown(40, 0.3f, 0.7f, 8)
+                              .evaluate();
     expectReaction(v, 1, "5.70", "5.70");
     expectReaction(v, 2, "-0.02", "10.62");
     expectOverall(v, "3.41", "7.67", "0.00", "0.00");
@@ -116,17 +98,14 @@ TEST(LineEVTest, CheckRaiseForPlayer2WithTheCallCapped) {
     // Overall EV1 = 0.5 * 7.6 + 0.3 * -10 + 0.2 * -2.7 = 3.8 - 3 - 0.54 = 0.26
     //         EV2 = 0.5 * 11.4 + 0.3 * 28.5 + 0.2 * 20.7 = 5.7 + 8.55 + 4.14 = 18.39
     // Player2's check-raise folds Player1 in 30 %: FE_P2 = 0.3, FE_P1 = 0.
-    const LineVariant v = evaluate({"Check/Raise",
-                                    "Player2",
-                                    20,
-                                    0,
-                                    0,
-                                    100,
-                                    100,
-                                    30,
-                                    5,
-                                    2,
-                                    {{50, 0.4f, 0.6f, 0}, {30, 0, 0, 10}, {20, 0.35f, 0.65f, 0}}});
+    const LineVariant v = VariantSetUp("Check/Raise", "Player2")
+                              .pot(20)
+                              .firstSize(30)
+                              .rake(5, 2)
+                              .showdown(50, 0.4f, 0.6f)
+                              .fold(30, 10)
+                              .showdown(20, 0.35f, 0.65f)
+                              .evaluate();
     expectReaction(v, 1, "7.60", "11.40");
     expectReaction(v, 2, "-10.00", "28.50");
     expectReaction(v, 3, "-2.70", "20.70");
@@ -143,17 +122,13 @@ TEST(LineEVTest, BetFoldWithoutRake) {
     // Overall EV1 = 0.45 * 40 + 0.45 * 16 + 0.1 * -20 = 18 + 7.2 - 2 = 23.2
     //         EV2 = 0 + 0.45 * 24 + 0.1 * 60 = 10.8 + 6 = 16.8
     // FE_P1 = 0.45 (fold to the bet); FE_P2 = 0.1 (the raise folds Player1).
-    const LineVariant v = evaluate({"Bet/Fold",
-                                    "Player1",
-                                    40,
-                                    0,
-                                    0,
-                                    100,
-                                    100,
-                                    20,
-                                    0,
-                                    0,
-                                    {{45, 0, 0, 0}, {45, 0.45f, 0.55f, 0}, {10, 0, 0, 0}}});
+    const LineVariant v = VariantSetUp("Bet/Fold", "Player1")
+                              .pot(40)
+                              .firstSize(20)
+                              .fold(45)
+                              .showdown(45, 0.45f, 0.55f)
+                              .fold(10)
+                              .evaluate();
     expectReaction(v, 1, "40.00", "0.00");
     expectReaction(v, 2, "16.00", "24.00");
     expectReaction(v, 3, "-20.00", "60.00");
@@ -171,17 +146,14 @@ TEST(LineEVTest, BetCallForPlayer2WithTheRaiseCapped) {
     // Overall EV1 = 0 + 0.4 * 2.36 + 0.2 * 20.9 = 0.944 + 4.18 = 5.124
     //         EV2 = 0.4 * 9.5 + 0.4 * 6.54 + 0.2 * -13.9 = 3.8 + 2.616 - 2.78 = 3.636
     // FE_P2 = 0.4 (Player1 folds to the bet); Player2 never folds here: FE_P1 = 0.
-    const LineVariant v = evaluate({"Bet/Call",
-                                    "Player2",
-                                    10,
-                                    0,
-                                    0,
-                                    100,
-                                    100,
-                                    6,
-                                    5,
-                                    3,
-                                    {{40, 0, 0, 0}, {40, 0.4f, 0.6f, 0}, {20, 0.7f, 0.3f, 40}}});
+    const LineVariant v = VariantSetUp("Bet/Call", "Player2")
+                              .pot(10)
+                              .firstSize(6)
+                              .rake(5, 3)
+                              .fold(40)
+                              .showdown(40, 0.4f, 0.6f)
+                              .showdown(20, 0.7f, 0.3f, 40)
+                              .evaluate();
     expectReaction(v, 1, "0.00", "9.50");
     expectReaction(v, 2, "2.36", "6.54");
     expectReaction(v, 3, "20.90", "-13.90");
@@ -203,18 +175,7 @@ TEST(LineEVTest, BetShipWithTheShorterStackCappingTheShoveAndRakeAtTheCap) {
     //             = 5.76 + 5.52 + 12.48 + 0.75 = 24.51
     //         EV2 = 0 + 0.4 * 4.2 + 0.2 * -45 + 0.1 * 7.5 = 1.68 - 9 + 0.75 = -6.57
     // FE_P1 = 0.3 + 0.2 = 0.5 (fold to the bet and to the shove); FE_P2 = 0.
-    const LineVariant v =
-        evaluate({"Bet/Ship",
-                  "Player1",
-                  20,
-                  0,
-                  0,
-                  80,
-                  60,
-                  15,
-                  4,
-                  5,
-                  {{30, 0, 0, 0}, {40, 0.6f, 0.4f, 0}, {20, 0, 0, 45}, {10, 0.5f, 0.5f, 0}}});
+    const LineVariant v = VariantSetUp::betShipOnTheTurn().evaluate();
     expectReaction(v, 1, "19.20", "0.00");
     expectReaction(v, 2, "13.80", "4.20");
     expectReaction(v, 3, "62.40", "-45.00");
@@ -233,17 +194,15 @@ TEST(LineEVTest, RaiseFoldPreflopFromTheSmallBlind) {
     // Overall EV1 = 0.5 * 1.5 + 0.3 * 0.8 + 0.2 * -2.5 = 0.75 + 0.24 - 0.5 = 0.49
     //         EV2 = 0 + 0.3 * 0.7 + 0.2 * 4 = 0.21 + 0.8 = 1.01
     // FE_P1 = 0.5, FE_P2 = 0.2.
-    const LineVariant v = evaluate({"Raise/Fold",
-                                    "Player1",
-                                    1.5f,
-                                    0.5f,
-                                    1,
-                                    99.5f,
-                                    99,
-                                    3,
-                                    0,
-                                    0,
-                                    {{50, 0, 0, 0}, {30, 0.55f, 0.45f, 0}, {20, 0, 0, 0}}});
+    const LineVariant v = VariantSetUp("Raise/Fold", "Player1")
+                              .pot(1.5f)
+                              .lastInvestments(0.5f, 1)
+                              .stacks(99.5f, 99)
+                              .firstSize(3)
+                              .fold(50)
+                              .showdown(30, 0.55f, 0.45f)
+                              .fold(20)
+                              .evaluate();
     expectReaction(v, 1, "1.50", "0.00");
     expectReaction(v, 2, "0.80", "0.70");
     expectReaction(v, 3, "-2.50", "4.00");
@@ -263,17 +222,15 @@ TEST(LineEVTest, RaiseCallOnTheFlopForPlayer2WithTheThreeBetCapped) {
     // Overall EV1 = 0 + 0.4 * 3.3 + 0.2 * 17.6 = 1.32 + 3.52 = 4.84
     //         EV2 = 0.4 * 14.25 + 0.4 * 9.7 + 0.2 * -6.6 = 5.7 + 3.88 - 1.32 = 8.26
     // FE_P2 = 0.4, FE_P1 = 0.
-    const LineVariant v = evaluate({"Raise/Call",
-                                    "Player2",
-                                    15,
-                                    5,
-                                    0,
-                                    100,
-                                    100,
-                                    15,
-                                    5,
-                                    4,
-                                    {{40, 0, 0, 0}, {40, 0.35f, 0.65f, 0}, {20, 0.6f, 0.4f, 45}}});
+    const LineVariant v = VariantSetUp("Raise/Call", "Player2")
+                              .pot(15)
+                              .lastInvestments(5, 0)
+                              .firstSize(15)
+                              .rake(5, 4)
+                              .fold(40)
+                              .showdown(40, 0.35f, 0.65f)
+                              .showdown(20, 0.6f, 0.4f, 45)
+                              .evaluate();
     expectReaction(v, 1, "0.00", "14.25");
     expectReaction(v, 2, "3.30", "9.70");
     expectReaction(v, 3, "17.60", "-6.60");
@@ -298,18 +255,17 @@ TEST(LineEVTest, RaiseShipPreflopWithEqualTotalsAndRakeAtTheCap) {
     //             = 0.576 + 0.2868 + 1.824 - 2.07 = 0.6168
     //         EV2 = 0 + 0.3 * 0.304 + 0.2 * -8 + 0.1 * 19.2 = 0.0912 - 1.6 + 1.92 = 0.4112
     // FE_P1 = 0.4 + 0.2 = 0.6; FE_P2 = 0.
-    const LineVariant v =
-        evaluate({"Raise/Ship",
-                  "Player1",
-                  1.5f,
-                  0.5f,
-                  1,
-                  99.5f,
-                  99,
-                  3,
-                  4,
-                  3,
-                  {{40, 0, 0, 0}, {30, 0.6f, 0.4f, 0}, {20, 0, 0, 9}, {10, 0.4f, 0.6f, 0}}});
+    const LineVariant v = VariantSetUp("Raise/Ship", "Player1")
+                              .pot(1.5f)
+                              .lastInvestments(0.5f, 1)
+                              .stacks(99.5f, 99)
+                              .firstSize(3)
+                              .rake(4, 3)
+                              .fold(40)
+                              .showdown(30, 0.6f, 0.4f)
+                              .fold(20, 9)
+                              .showdown(10, 0.4f, 0.6f)
+                              .evaluate();
     expectReaction(v, 1, "1.44", "0.00");
     expectReaction(v, 2, "0.96", "0.30");
     expectReaction(v, 3, "9.12", "-8.00");
@@ -328,17 +284,15 @@ TEST(LineEVTest, ThreeBetFoldPreflopForPlayer2) {
     // Overall EV1 = 0 + 0.2 * 0.7 + 0.2 * 13 = 0.14 + 2.6 = 2.74
     //         EV2 = 0.6 * 4 + 0.2 * 3.3 + 0.2 * -9 = 2.4 + 0.66 - 1.8 = 1.26
     // FE_P2 = 0.6 (Player1 folds to the 3-bet), FE_P1 = 0.2 (the 4-bet folds Player2).
-    const LineVariant v = evaluate({"3-Bet/Fold",
-                                    "Player2",
-                                    4,
-                                    2.5f,
-                                    1,
-                                    97.5f,
-                                    99,
-                                    10,
-                                    0,
-                                    0,
-                                    {{60, 0, 0, 0}, {20, 0.4f, 0.6f, 0}, {20, 0, 0, 0}}});
+    const LineVariant v = VariantSetUp("3-Bet/Fold", "Player2")
+                              .pot(4)
+                              .lastInvestments(2.5f, 1)
+                              .stacks(97.5f, 99)
+                              .firstSize(10)
+                              .fold(60)
+                              .showdown(20, 0.4f, 0.6f)
+                              .fold(20)
+                              .evaluate();
     expectReaction(v, 1, "0.00", "4.00");
     expectReaction(v, 2, "0.70", "3.30");
     expectReaction(v, 3, "13.00", "-9.00");
@@ -358,17 +312,15 @@ TEST(LineEVTest, ThreeBetCallOnTheFlopWithRakeAtTheCap) {
     // Overall EV1 = 0.3 * 23.28 + 0.5 * 10.3 + 0.2 * -22.2 = 6.984 + 5.15 - 4.44 = 7.694
     //         EV2 = 0 + 0.5 * 11.7 + 0.2 * 44.2 = 5.85 + 8.84 = 14.69
     // FE_P1 = 0.3, FE_P2 = 0.
-    const LineVariant v = evaluate({"3-Bet/Call",
-                                    "Player1",
-                                    24,
-                                    4,
-                                    12,
-                                    100,
-                                    100,
-                                    30,
-                                    3,
-                                    2,
-                                    {{30, 0, 0, 0}, {50, 0.55f, 0.45f, 0}, {20, 0.3f, 0.7f, 70}}});
+    const LineVariant v = VariantSetUp("3-Bet/Call", "Player1")
+                              .pot(24)
+                              .lastInvestments(4, 12)
+                              .firstSize(30)
+                              .rake(3, 2)
+                              .fold(30)
+                              .showdown(50, 0.55f, 0.45f)
+                              .showdown(20, 0.3f, 0.7f, 70)
+                              .evaluate();
     expectReaction(v, 1, "23.28", "0.00");
     expectReaction(v, 2, "10.30", "11.70");
     expectReaction(v, 3, "-22.20", "44.20");
@@ -389,18 +341,16 @@ TEST(LineEVTest, ThreeBetShipOnTheTurnForPlayer2WithPlayer1Shorter) {
     // Overall EV1 = 0.25 * (0 + 27 - 110 + 78) = -1.25
     //         EV2 = 0.25 * (70 + 43 + 180 - 8) = 71.25
     // FE_P2 = 0.25 + 0.25 = 0.5; FE_P1 = 0.
-    const LineVariant v =
-        evaluate({"3-Bet/Ship",
-                  "Player2",
-                  70,
-                  30,
-                  10,
-                  120,
-                  200,
-                  75,
-                  0,
-                  0,
-                  {{25, 0, 0, 0}, {25, 0.4f, 0.6f, 0}, {25, 0, 0, 140}, {25, 0.6f, 0.4f, 0}}});
+    const LineVariant v = VariantSetUp("3-Bet/Ship", "Player2")
+                              .pot(70)
+                              .lastInvestments(30, 10)
+                              .stacks(120, 200)
+                              .firstSize(75)
+                              .fold(25)
+                              .showdown(25, 0.4f, 0.6f)
+                              .fold(25, 140)
+                              .showdown(25, 0.6f, 0.4f)
+                              .evaluate();
     expectReaction(v, 1, "0.00", "70.00");
     expectReaction(v, 2, "27.00", "43.00");
     expectReaction(v, 3, "-110.00", "180.00");
@@ -419,17 +369,16 @@ TEST(LineEVTest, FourBetFoldPreflopWithEveryPotAboveTheCap) {
     // Overall EV1 = 0.5 * 12 + 0.3 * 0.8 + 0.2 * -19 = 6 + 0.24 - 3.8 = 2.44
     //         EV2 = 0 + 0.3 * 11.2 + 0.2 * 31 = 3.36 + 6.2 = 9.56
     // FE_P1 = 0.5, FE_P2 = 0.2.
-    const LineVariant v = evaluate({"4-Bet/Fold",
-                                    "Player1",
-                                    12.5f,
-                                    3,
-                                    9,
-                                    97,
-                                    91,
-                                    22,
-                                    5,
-                                    0.5,
-                                    {{50, 0, 0, 0}, {30, 0.45f, 0.55f, 0}, {20, 0, 0, 0}}});
+    const LineVariant v = VariantSetUp("4-Bet/Fold", "Player1")
+                              .pot(12.5f)
+                              .lastInvestments(3, 9)
+                              .stacks(97, 91)
+                              .firstSize(22)
+                              .rake(5, 0.5)
+                              .fold(50)
+                              .showdown(30, 0.45f, 0.55f)
+                              .fold(20)
+                              .evaluate();
     expectReaction(v, 1, "12.00", "0.00");
     expectReaction(v, 2, "0.80", "11.20");
     expectReaction(v, 3, "-19.00", "31.00");
@@ -448,17 +397,14 @@ TEST(LineEVTest, FourBetCallOnTheFlopForPlayer2) {
     // Overall EV1 = 0 + 0.6 * 3.8 + 0.2 * 50.9 = 2.28 + 10.18 = 12.46
     //         EV2 = 0.2 * 34 + 0.6 * 30.2 + 0.2 * -16.9 = 6.8 + 18.12 - 3.38 = 21.54
     // FE_P2 = 0.2, FE_P1 = 0.
-    const LineVariant v = evaluate({"4-Bet/Call",
-                                    "Player2",
-                                    34,
-                                    20,
-                                    8,
-                                    100,
-                                    100,
-                                    45,
-                                    0,
-                                    0,
-                                    {{20, 0, 0, 0}, {60, 0.3f, 0.7f, 0}, {20, 0.65f, 0.35f, 90}}});
+    const LineVariant v = VariantSetUp("4-Bet/Call", "Player2")
+                              .pot(34)
+                              .lastInvestments(20, 8)
+                              .firstSize(45)
+                              .fold(20)
+                              .showdown(60, 0.3f, 0.7f)
+                              .showdown(20, 0.65f, 0.35f, 90)
+                              .evaluate();
     expectReaction(v, 1, "0.00", "34.00");
     expectReaction(v, 2, "3.80", "30.20");
     expectReaction(v, 3, "50.90", "-16.90");
@@ -481,18 +427,16 @@ TEST(LineEVTest, FourBetShipPreflopWithPlayer1AllInShort) {
     //             = 5 + 0.65 + 10.7 - 4.41 = 11.94
     //         EV2 = 0 + 0.2 * 9.25 + 0.2 * -41 + 0.2 * 34.55 = 1.85 - 8.2 + 6.91 = 0.56
     // FE_P1 = 0.4 + 0.2 = 0.6; FE_P2 = 0.
-    const LineVariant v =
-        evaluate({"4-Bet/Ship",
-                  "Player1",
-                  12.5f,
-                  3,
-                  9,
-                  60,
-                  91,
-                  22,
-                  0,
-                  0,
-                  {{40, 0, 0, 0}, {20, 0.5f, 0.5f, 0}, {20, 0, 0, 50}, {20, 0.3f, 0.7f, 0}}});
+    const LineVariant v = VariantSetUp("4-Bet/Ship", "Player1")
+                              .pot(12.5f)
+                              .lastInvestments(3, 9)
+                              .stacks(60, 91)
+                              .firstSize(22)
+                              .fold(40)
+                              .showdown(20, 0.5f, 0.5f)
+                              .fold(20, 50)
+                              .showdown(20, 0.3f, 0.7f)
+                              .evaluate();
     expectReaction(v, 1, "12.50", "0.00");
     expectReaction(v, 2, "3.25", "9.25");
     expectReaction(v, 3, "53.50", "-41.00");
@@ -512,17 +456,16 @@ TEST(LineEVTest, FiveBetFoldOnTheRiverForPlayer2WithRakeAtTheCap) {
     // Overall EV1 = 0 + 0.6 * -0.75 + 0.3 * 237 = -0.45 + 71.1 = 70.65
     //         EV2 = 0.1 * 117 + 0.6 * 117.75 + 0.3 * -120 = 11.7 + 70.65 - 36 = 46.35
     // FE_P2 = 0.1, FE_P1 = 0.3.
-    const LineVariant v = evaluate({"5-Bet/Fold",
-                                    "Player2",
-                                    120,
-                                    70,
-                                    30,
-                                    130,
-                                    170,
-                                    150,
-                                    5,
-                                    3,
-                                    {{10, 0, 0, 0}, {60, 0.25f, 0.75f, 0}, {30, 0, 0, 0}}});
+    const LineVariant v = VariantSetUp("5-Bet/Fold", "Player2")
+                              .pot(120)
+                              .lastInvestments(70, 30)
+                              .stacks(130, 170)
+                              .firstSize(150)
+                              .rake(5, 3)
+                              .fold(10)
+                              .showdown(60, 0.25f, 0.75f)
+                              .fold(30)
+                              .evaluate();
     expectReaction(v, 1, "0.00", "117.00");
     expectReaction(v, 2, "-0.75", "117.75");
     expectReaction(v, 3, "237.00", "-120.00");
@@ -542,17 +485,15 @@ TEST(LineEVTest, FiveBetCallPreflop) {
     // Overall EV1 = 0.3 * 31.5 + 0.3 * 19.3 + 0.4 * -10.8 = 9.45 + 5.79 - 4.32 = 10.92
     //         EV2 = 0 + 0.3 * 12.2 + 0.4 * 42.3 = 3.66 + 16.92 = 20.58
     // FE_P1 = 0.3, FE_P2 = 0.
-    const LineVariant v = evaluate({"5-Bet/Call",
-                                    "Player1",
-                                    31.5f,
-                                    9,
-                                    22,
-                                    150,
-                                    150,
-                                    50,
-                                    0,
-                                    0,
-                                    {{30, 0, 0, 0}, {30, 0.6f, 0.4f, 0}, {40, 0.4f, 0.6f, 100}}});
+    const LineVariant v = VariantSetUp("5-Bet/Call", "Player1")
+                              .pot(31.5f)
+                              .lastInvestments(9, 22)
+                              .stacks(150, 150)
+                              .firstSize(50)
+                              .fold(30)
+                              .showdown(30, 0.6f, 0.4f)
+                              .showdown(40, 0.4f, 0.6f, 100)
+                              .evaluate();
     expectReaction(v, 1, "31.50", "0.00");
     expectReaction(v, 2, "19.30", "12.20");
     expectReaction(v, 3, "-10.80", "42.30");
@@ -579,18 +520,17 @@ TEST(LineEVTest, FiveBetShipOnTheFlopForPlayer2WithPlayer2AllInShort) {
     //         EV2 = 0.2 * 61.75 + 0.3 * 36 + 0.3 * 170 + 0.2 * 37.75
     //             = 12.35 + 10.8 + 51 + 7.55 = 81.7
     // FE_P2 = 0.2 + 0.3 = 0.5; FE_P1 = 0.
-    const LineVariant v =
-        evaluate({"5-Bet/Ship",
-                  "Player2",
-                  65,
-                  40,
-                  15,
-                  260,
-                  185,
-                  90,
-                  5,
-                  5,
-                  {{20, 0, 0, 0}, {30, 0.4f, 0.6f, 0}, {30, 0, 0, 150}, {20, 0.45f, 0.55f, 0}}});
+    const LineVariant v = VariantSetUp("5-Bet/Ship", "Player2")
+                              .pot(65)
+                              .lastInvestments(40, 15)
+                              .stacks(260, 185)
+                              .firstSize(90)
+                              .rake(5, 5)
+                              .fold(20)
+                              .showdown(30, 0.4f, 0.6f)
+                              .fold(30, 150)
+                              .showdown(20, 0.45f, 0.55f)
+                              .evaluate();
     expectReaction(v, 1, "0.00", "61.75");
     expectReaction(v, 2, "24.00", "36.00");
     expectReaction(v, 3, "-110.00", "170.00");
@@ -608,17 +548,15 @@ TEST(LineEVTest, SixBetFoldPreflop) {
     // Overall EV1 = 0.7 * 72.5 + 0.2 * 22.25 + 0.1 * -88 = 50.75 + 4.45 - 8.8 = 46.4
     //         EV2 = 0 + 0.2 * 50.25 + 0.1 * 160.5 = 10.05 + 16.05 = 26.1
     // FE_P1 = 0.7, FE_P2 = 0.1.
-    const LineVariant v = evaluate({"6-Bet/Fold",
-                                    "Player1",
-                                    72.5f,
-                                    22,
-                                    50,
-                                    178,
-                                    150,
-                                    110,
-                                    0,
-                                    0,
-                                    {{70, 0, 0, 0}, {20, 0.5f, 0.5f, 0}, {10, 0, 0, 0}}});
+    const LineVariant v = VariantSetUp("6-Bet/Fold", "Player1")
+                              .pot(72.5f)
+                              .lastInvestments(22, 50)
+                              .stacks(178, 150)
+                              .firstSize(110)
+                              .fold(70)
+                              .showdown(20, 0.5f, 0.5f)
+                              .fold(10)
+                              .evaluate();
     expectReaction(v, 1, "72.50", "0.00");
     expectReaction(v, 2, "22.25", "50.25");
     expectReaction(v, 3, "-88.00", "160.50");
@@ -641,17 +579,16 @@ TEST(LineEVTest, SixBetCallOnTheTurnForPlayer2WithRakeBelowTheCap) {
     // Overall EV1 = 0 + 0.3 * 85.53 + 0.2 * 100.57 = 25.659 + 20.114 = 45.773
     //         EV2 = 0.5 * 89.1 + 0.3 * 2.02 + 0.2 * -14.62 = 44.55 + 0.606 - 2.924 = 42.232
     // FE_P2 = 0.5, FE_P1 = 0.
-    const LineVariant v = evaluate({"6-Bet/Call",
-                                    "Player2",
-                                    90,
-                                    60,
-                                    25,
-                                    300,
-                                    300,
-                                    120,
-                                    1,
-                                    10,
-                                    {{50, 0, 0, 0}, {30, 0.6f, 0.4f, 0}, {20, 0.6f, 0.4f, 200}}});
+    const LineVariant v = VariantSetUp("6-Bet/Call", "Player2")
+                              .pot(90)
+                              .lastInvestments(60, 25)
+                              .stacks(300, 300)
+                              .firstSize(120)
+                              .rake(1, 10)
+                              .fold(50)
+                              .showdown(30, 0.6f, 0.4f)
+                              .showdown(20, 0.6f, 0.4f, 200)
+                              .evaluate();
     expectReaction(v, 1, "0.00", "89.10");
     expectReaction(v, 2, "85.53", "2.02");
     expectReaction(v, 3, "100.57", "-14.62");
@@ -672,18 +609,16 @@ TEST(LineEVTest, SixBetShipOnTheRiverWithEqualTotals) {
     // Overall EV1 = 0.25 * (72.5 + 44.3 + 192.5 + 22.25) = 0.25 * 331.55 = 82.8875
     //         EV2 = 0.25 * (0 + 28.2 - 120 + 50.25) = 0.25 * -41.55 = -10.3875
     // FE_P1 = 0.5, FE_P2 = 0.
-    const LineVariant v =
-        evaluate({"6-Bet/Ship",
-                  "Player1",
-                  72.5f,
-                  22,
-                  50,
-                  178,
-                  150,
-                  110,
-                  0,
-                  0,
-                  {{10, 0, 0, 0}, {10, 0.6f, 0.4f, 0}, {10, 0, 0, 170}, {10, 0.5f, 0.5f, 0}}});
+    const LineVariant v = VariantSetUp("6-Bet/Ship", "Player1")
+                              .pot(72.5f)
+                              .lastInvestments(22, 50)
+                              .stacks(178, 150)
+                              .firstSize(110)
+                              .fold(10)
+                              .showdown(10, 0.6f, 0.4f)
+                              .fold(10, 170)
+                              .showdown(10, 0.5f, 0.5f)
+                              .evaluate();
     expectReaction(v, 1, "72.50", "0.00");
     expectReaction(v, 2, "44.30", "28.20");
     expectReaction(v, 3, "192.50", "-120.00");
@@ -703,17 +638,16 @@ TEST(LineEVTest, SevenBetFoldOnTheFlopForPlayer2WithRakeAtTheCap) {
     // Overall EV1 = 0 + 0.35 * -28.6 + 0.3 * 297 = -10.01 + 89.1 = 79.09
     //         EV2 = 0.35 * 137 + 0.35 * 165.6 + 0.3 * -160 = 47.95 + 57.96 - 48 = 57.91
     // FE_P2 = 0.35, FE_P1 = 0.3.
-    const LineVariant v = evaluate({"7-Bet/Fold",
-                                    "Player2",
-                                    140,
-                                    90,
-                                    40,
-                                    410,
-                                    460,
-                                    200,
-                                    5,
-                                    3,
-                                    {{35, 0, 0, 0}, {35, 0.2f, 0.8f, 0}, {30, 0, 0, 0}}});
+    const LineVariant v = VariantSetUp("7-Bet/Fold", "Player2")
+                              .pot(140)
+                              .lastInvestments(90, 40)
+                              .stacks(410, 460)
+                              .firstSize(200)
+                              .rake(5, 3)
+                              .fold(35)
+                              .showdown(35, 0.2f, 0.8f)
+                              .fold(30)
+                              .evaluate();
     expectReaction(v, 1, "0.00", "137.00");
     expectReaction(v, 2, "-28.60", "165.60");
     expectReaction(v, 3, "297.00", "-160.00");
@@ -734,17 +668,16 @@ TEST(LineEVTest, SevenBetCallPreflopWithAZeroCap) {
     // Overall EV1 = 0.25 * 160.5 + 0.5 * 50.25 + 0.25 * -29.8 = 40.125 + 25.125 - 7.45 = 57.8
     //         EV2 = 0 + 0.5 * 110.25 + 0.25 * 190.3 = 55.125 + 47.575 = 102.7
     // FE_P1 = 0.25, FE_P2 = 0.
-    const LineVariant v = evaluate({"7-Bet/Call",
-                                    "Player1",
-                                    160.5f,
-                                    50,
-                                    110,
-                                    450,
-                                    390,
-                                    240,
-                                    5,
-                                    0,
-                                    {{25, 0, 0, 0}, {50, 0.5f, 0.5f, 0}, {25, 0.4f, 0.6f, 400}}});
+    const LineVariant v = VariantSetUp("7-Bet/Call", "Player1")
+                              .pot(160.5f)
+                              .lastInvestments(50, 110)
+                              .stacks(450, 390)
+                              .firstSize(240)
+                              .rake(5, 0)
+                              .fold(25)
+                              .showdown(50, 0.5f, 0.5f)
+                              .showdown(25, 0.4f, 0.6f, 400)
+                              .evaluate();
     expectReaction(v, 1, "160.50", "0.00");
     expectReaction(v, 2, "50.25", "110.25");
     expectReaction(v, 3, "-29.80", "190.30");
@@ -770,18 +703,17 @@ TEST(LineEVTest, SevenBetShipOnTheTurnForPlayer2WithPlayer1AllInShort) {
     //         EV2 = 0.4 * 137 + 0.2 * 124.9 + 0.2 * 347 + 0.2 * 8.15
     //             = 54.8 + 24.98 + 69.4 + 1.63 = 150.81
     // FE_P2 = 0.4 + 0.2 = 0.6; FE_P1 = 0.
-    const LineVariant v =
-        evaluate({"7-Bet/Ship",
-                  "Player2",
-                  140,
-                  90,
-                  40,
-                  260,
-                  460,
-                  200,
-                  5,
-                  3,
-                  {{40, 0, 0, 0}, {20, 0.3f, 0.7f, 0}, {20, 0, 0, 300}, {20, 0.55f, 0.45f, 0}}});
+    const LineVariant v = VariantSetUp("7-Bet/Ship", "Player2")
+                              .pot(140)
+                              .lastInvestments(90, 40)
+                              .stacks(260, 460)
+                              .firstSize(200)
+                              .rake(5, 3)
+                              .fold(40)
+                              .showdown(20, 0.3f, 0.7f)
+                              .fold(20, 300)
+                              .showdown(20, 0.55f, 0.45f)
+                              .evaluate();
     expectReaction(v, 1, "0.00", "137.00");
     expectReaction(v, 2, "12.10", "124.90");
     expectReaction(v, 3, "-210.00", "347.00");

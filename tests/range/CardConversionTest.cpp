@@ -1,8 +1,8 @@
 #include "Range/CardConversion.h"
+#include "Range/RandomSource.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -130,22 +130,22 @@ TEST(CardConversion, CardsCompareByValueNumberThenSuit) {
     EXPECT_NE(cardFromText("Qs"), cardFromText("Qc"));
 }
 
-TEST(CardConversion, RandomCardFollowsTheRuntimeRand) {
-    std::srand(1234);
-    const int value = std::rand() % 13;
-    const int suit = std::rand() % 4 + 1;
-    std::srand(1234);
-    const CardValue card = randomCard();
+TEST(CardConversion, RandomCardDrawsValueThenSuitFromTheGivenSource) {
+    Range::RandomSource reference(1234);
+    const int value = static_cast<int>(reference.below(13));
+    const int suit = static_cast<int>(reference.below(4)) + 1;
+    Range::RandomSource random(1234);
+    const CardValue card = randomCard(random);
     EXPECT_EQ(card.value, value);
     EXPECT_EQ(card.suit, static_cast<unsigned int>(suit));
     EXPECT_EQ(card.text, cardText(value, static_cast<unsigned int>(suit)));
 }
 
 TEST(CardConversion, RandomCardsCoverAllFiftyTwoCards) {
-    std::srand(42);
+    Range::RandomSource random(42);
     std::set<std::string> seen;
     for (int i = 0; i < 5000; ++i) {
-        const CardValue card = randomCard();
+        const CardValue card = randomCard(random);
         ASSERT_GE(card.value, 0);
         ASSERT_LE(card.value, 12);
         ASSERT_GE(card.suit, 1u);

@@ -2,13 +2,13 @@
 
 #include "Range/HandRangeElementConversion.h"
 #include "Range/HandRangeStringManipulator.h"
+#include "Range/RandomSource.h"
 #include "support/AssertionRecorder.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <ctime>
 #include <functional>
+#include <map>
 #include <set>
 #include <sstream>
 #include <string>
@@ -404,47 +404,52 @@ TEST(HandRange, RandomHandFollowsTheWalk) {
     const HandRange range = rangeOf("QQ,AKs"); // QQ comes first in container order
     HandRangeStringReader reader(range);
     for (unsigned int seed : {1u, 2u, 3u, 99u, 12345u}) {
-        std::srand(seed);
-        const unsigned int drawn = static_cast<unsigned int>(std::rand()) % 10;
+        Range::RandomSource reference(seed);
+        const unsigned int drawn = reference.below(10);
         const std::string expected = drawn < 6 ? std::string{'Q', "dhdsdchshcsc"[2 * drawn], 'Q',
                                                              "dhdsdchshcsc"[2 * drawn + 1]}
                                                : std::string{'A', "ddhhsscc"[2 * (drawn - 6)], 'K',
                                                              "ddhhsscc"[2 * (drawn - 6) + 1]};
-        std::srand(seed);
-        EXPECT_EQ(reader.randomHand(), expected) << seed;
+        Range::RandomSource random(seed);
+        EXPECT_EQ(reader.randomHand(random), expected) << seed;
     }
 }
 
 TEST(HandRange, RandomHandsComeFromTheRange) {
     const HandRange range = rangeOf("QQ,AKs,7h6h");
     HandRangeStringReader reader(range);
-    std::srand(5);
+    Range::RandomSource random(5);
     std::set<std::string> seen;
     for (int i = 0; i < 2000; ++i)
-        seen.insert(reader.randomHand());
+        seen.insert(reader.randomHand(random));
     EXPECT_EQ(seen, (std::set<std::string>{"QdQh", "QdQs", "QdQc", "QhQs", "QhQc", "QsQc", "AdKd",
                                            "AhKh", "AsKs", "AcKc", "7h6h"}));
 }
 
-TEST(HandRange, RandomHandsInTheSameSecondAreTheSame) {
+TEST(HandRange, RandomHandsReplayForTheSameSeedAndSpreadEvenly) {
+    // One generator is handed in wherever hands are drawn: a fixed seed replays a run, and
+    // reading the range again does not reseed anything.
     const HandRange range = rangeOf("22+,A2s+,K9o+");
-    // Readers seed rand() with the time at construction; retry if the second turned.
-    for (int attempt = 0; attempt < 5; ++attempt) {
-        const std::time_t before = std::time(nullptr);
-        const std::string first = HandRangeStringReader(range).randomHand();
-        std::rand();
-        const std::string second = HandRangeStringReader(range).randomHand();
-        if (std::time(nullptr) != before)
-            continue;
-        EXPECT_EQ(first, second);
-        return;
+    Range::RandomSource first(77);
+    Range::RandomSource second(77);
+    std::map<std::string, int> counts;
+    for (int i = 0; i < 20000; ++i) {
+        const std::string hand = HandRangeStringReader(range).randomHand(first);
+        ASSERT_EQ(HandRangeStringReader(range).randomHand(second), hand);
+        ++counts[hand];
     }
-    FAIL() << "the clock turned a second in every attempt";
+    // 78 + 48 + 48 = 174 combinations, each drawn about 115 times.
+    ASSERT_EQ(counts.size(), 174u);
+    for (const auto& entry : counts) {
+        EXPECT_GT(entry.second, 60) << entry.first;
+        EXPECT_LT(entry.second, 180) << entry.first;
+    }
 }
 
 TEST(HandRange, RandomHandOfAnEmptyRangeIsRefused) {
     const HandRange range;
     AssertionRecorder recorder;
-    EXPECT_EQ(HandRangeStringReader(range).randomHand(), "dummy, so that warning disappears");
+    Range::RandomSource random(1);
+    EXPECT_EQ(HandRangeStringReader(range).randomHand(random), "dummy, so that warning disappears");
     EXPECT_TRUE(recorder.saw("Random hand of an empty range."));
 }

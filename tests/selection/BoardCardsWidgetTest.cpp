@@ -289,10 +289,12 @@ TEST_F(BoardCardsWidgetTest, RandomCardsWithFewCardsLeft) {
             }
         }
     }
-    const std::string two = BoardCardsWidget::randomCards(allButTwo, 2);
+    const std::string two =
+        BoardCardsWidget::randomCards(allButTwo, 2, Range::RandomSource::shared());
     EXPECT_TRUE(two == "7hTs" || two == "Ts7h") << two;
     AssertionRecorder recorder;
-    const std::string three = BoardCardsWidget::randomCards(allButTwo, 3);
+    const std::string three =
+        BoardCardsWidget::randomCards(allButTwo, 3, Range::RandomSource::shared());
     EXPECT_TRUE(recorder.saw("Not enough cards left to draw."));
     EXPECT_EQ(three.size(), 4u);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Range/RandomSource.h"
 #include "selection/CardSelectionTable.h"
 
 #include <QApplication>
@@ -13,12 +14,9 @@
 
 namespace CardTestHelpers {
 
-// Seeds the per-thread generator behind qrand(), which the card shuffles draw from.
+// Seeds the program's shared generator, which the card shuffles draw from.
 inline void seedRandom(unsigned int seed) {
-    QT_WARNING_PUSH
-    QT_WARNING_DISABLE_DEPRECATED
-    qsrand(seed);
-    QT_WARNING_POP
+    Range::RandomSource::shared().reseed(seed);
 }
 
 // Centre of the cell of a card in the selection table.

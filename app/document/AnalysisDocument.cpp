@@ -1,0 +1,146 @@
+#include "app/document/AnalysisDocument.h"
+
+#include "Range/GroupColor.h"
+
+#include <utility>
+
+namespace {
+
+const char* const untitled = "untitled.qva";
+
+} // namespace
+
+AnalysisDocument::AnalysisDocument(QObject* parent) : QObject(parent) {
+    // Each live range starts as one group "Parent" holding nothing.
+    player1Range.addRange(Range::Tree::noNode, "Parent", false, Range::GroupColor());
+    player2Range.addRange(Range::Tree::noNode, "Parent", false, Range::GroupColor());
+    resetScenarios();
+}
+
+Range::Tree& AnalysisDocument::range(int player) {
+    return player == 2 ? player2Range : player1Range;
+}
+
+const Range::Tree& AnalysisDocument::range(int player) const {
+    return player == 2 ? player2Range : player1Range;
+}
+
+bool AnalysisDocument::takeInputs(const AnalysisInputs& inputs) {
+    if (inputs == lastInputs)
+        return false;
+    lastInputs = inputs;
+    return true;
+}
+
+void AnalysisDocument::storeLiveState() {
+    if (current < 0 || current >= static_cast<int>(scenarioList.size()))
+        return;
+    Scenario& scenario = scenarioList[static_cast<std::size_t>(current)];
+    player1Range.CreateMemento(scenario.player1);
+    player2Range.CreateMemento(scenario.player2);
+    scenario.board = lastInputs.board;
+    scenario.deadCards = lastInputs.deadCards;
+}
+
+void AnalysisDocument::setCurrentIndex(int index) {
+    current = (index >= 0 && index < static_cast<int>(scenarioList.size())) ? index : -1;
+}
+
+const Scenario* AnalysisDocument::currentScenario() const {
+    return current >= 0 ? &scenarioList[static_cast<std::size_t>(current)] : nullptr;
+}
+
+Scenario AnalysisDocument::scenario(int index) const {
+    if (index < 0 || index >= static_cast<int>(scenarioList.size()))
+        return Scenario();
+    return scenarioList[static_cast<std::size_t>(index)];
+}
+
+Scenario AnalysisDocument::emptyScenario(const std::string& name) {
+    return Scenario(name, Scenario::emptyRange(), Scenario::emptyRange(), "", "");
+}
+
+void AnalysisDocument::resetScenarios() {
+    scenarioList.clear();
+    scenarioList.push_back(emptyScenario("Standard"));
+    current = 0;
+    emit scenarioListChanged();
+}
+
+int AnalysisDocument::appendScenario(const std::string& name) {
+    if (name.empty())
+        return -1;
+    return appendScenario(emptyScenario(name));
+}
+
+int AnalysisDocument::appendScenario(const Scenario& scenario) {
+    scenarioList.push_back(scenario);
+    emit scenarioListChanged();
+    return static_cast<int>(scenarioList.size()) - 1;
+}
+
+bool AnalysisDocument::renameScenario(int index, const std::string& name) {
+    if (name.empty() || index < 0 || index >= static_cast<int>(scenarioList.size()))
+        return false;
+    scenarioList[static_cast<std::size_t>(index)].name = name;
+    emit scenarioListChanged();
+    return true;
+}
+
+bool AnalysisDocument::canDeleteScenario(int index) const {
+    return index >= 0 && index < static_cast<int>(scenarioList.size()) && scenarioList.size() > 1;
+}
+
+bool AnalysisDocument::deleteScenario(int index) {
+    if (!canDeleteScenario(index))
+        return false;
+    scenarioList.erase(scenarioList.begin() + index);
+    current = 0;
+    emit scenarioListChanged();
+    return true;
+}
+
+QString AnalysisDocument::title() const {
+    QString text = saved ? QString() : QStringLiteral("*");
+    text += file.isEmpty() ? QString::fromLatin1(untitled) : file;
+    text += QStringLiteral(" - Quorvane ");
+    return text;
+}
+
+void AnalysisDocument::markChanged() {
+    setSaved(false, file);
+}
+
+void AnalysisDocument::markSaved(const QString& fileName) {
+    setSaved(true, fileName);
+}
+
+bool AnalysisDocument::canUndo() const {
+    return position != 0;
+}
+
+bool AnalysisDocument::canRedo() const {
+    return !mementoList.empty() && position != static_cast<std::int32_t>(mementoList.size()) - 1;
+}
+
+std::string AnalysisDocument::undoLabel() const {
+    return canUndo() ? mementoList[static_cast<std::size_t>(position)].label() : std::string();
+}
+
+std::string AnalysisDocument::redoLabel() const {
+    return canRedo() ? mementoList[static_cast<std::size_t>(position) + 1].label() : std::string();
+}
+
+void AnalysisDocument::clearMementos() {
+    mementoList.clear();
+    position = 0;
+}
+
+void AnalysisDocument::setSaved(bool value, const QString& fileName) {
+    const QString before = title();
+    saved = value;
+    file = fileName;
+    const QString after = title();
+    if (after != before)
+        emit titleChanged(after);
+}
