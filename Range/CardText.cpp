@@ -10,6 +10,21 @@ namespace {
 constexpr std::string_view valueOrder = "AKQJT98765432"; // ace first: bit 12 - index
 constexpr std::string_view suitOrder = "dhsc";           // the lanes of the card mask
 
+// What may stand between two cards as a player types them: blanks, commas, semicolons.
+bool isSeparator(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == ',' || c == ';';
+}
+
+char upper(char c) {
+    return static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+}
+
+char lower(char c) {
+    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+}
+
+const char* const whatACardIs = ": a card is a rank and a suit, like Ah.";
+
 const char* nameOf(Role role) {
     switch (role) {
     case Role::Board:
@@ -33,15 +48,16 @@ int bitCount(unsigned long long mask) {
 
 // Reads the cards of `text` into `list`; a card already in `taken` or in the list is a
 // repeat.
-void readInto(std::string_view text, Role role, unsigned long long taken, CardList& list) {
+void readInto(std::string_view typed, Role role, unsigned long long taken, CardList& list) {
+    const std::string text = tidy(typed);
     if (text.size() % 2 != 0)
-        throw CardTextError("The " + std::string(nameOf(role)) + " \"" + std::string(text) +
-                            "\" is not a list of two-character cards.");
+        throw CardTextError("The " + std::string(nameOf(role)) + " \"" + std::string(typed) +
+                            "\" is not a list of two-character cards" + whatACardIs);
     for (std::size_t i = 0; i < text.size(); i += 2) {
         const unsigned long long card = cardOf(text[i], text[i + 1]);
         if (card == 0)
-            throw CardTextError("Unknown card \"" + std::string(text.substr(i, 2)) + "\" in the " +
-                                nameOf(role) + ".");
+            throw CardTextError("Unknown card \"" + text.substr(i, 2) + "\" in the " +
+                                nameOf(role) + whatACardIs);
         if ((taken | list.mask) & card)
             throw CardTextError("The card " + std::string(text.substr(i, 2)) + " is given twice.");
         list.cards.push_back(card);
@@ -50,6 +66,15 @@ void readInto(std::string_view text, Role role, unsigned long long taken, CardLi
 }
 
 } // namespace
+
+std::string tidy(std::string_view text) {
+    std::string tidied;
+    tidied.reserve(text.size());
+    for (const char c : text)
+        if (!isSeparator(c))
+            tidied.push_back(tidied.size() % 2 == 0 ? upper(c) : lower(c));
+    return tidied;
+}
 
 unsigned long long cardOf(char value, char suit) {
     const std::size_t valueIndex = valueOrder.find(value);
@@ -125,9 +150,15 @@ bool isUnfinishedFlop(std::string_view board) {
 std::vector<std::string> lenientCards(std::string_view text) {
     std::vector<std::string> cards;
     unsigned long long seen = 0;
-    for (std::size_t i = 0; i + 1 < text.size(); i += 2) {
-        const char value = static_cast<char>(std::toupper(static_cast<unsigned char>(text[i])));
-        const char suit = static_cast<char>(std::tolower(static_cast<unsigned char>(text[i + 1])));
+    std::size_t i = 0;
+    while (true) {
+        while (i < text.size() && isSeparator(text[i]))
+            ++i;
+        if (i + 1 >= text.size())
+            break;
+        const char value = upper(text[i]);
+        const char suit = lower(text[i + 1]);
+        i += 2;
         const unsigned long long card = cardOf(value, suit);
         if (card == 0 || (seen & card) != 0)
             continue;

@@ -40,13 +40,20 @@ namespace CardText {
 // The name of a text in messages: "board", "dead cards", "hand", "cards".
 enum class Role { Cards, Board, DeadCards, Hand };
 
+// Card text as players type it, in canonical spelling: blanks, commas and semicolons go, and
+// every first character of two is taken upper case, every second lower case ("ah kd, 2C"
+// gives "AhKd2c"). Pieces that are no cards stay, to be named by the readers.
+std::string tidy(std::string_view text);
+
 // One-bit mask of a value and a suit character, or 0 when they are not a card ('X', 'x',
 // lower-case values and upper-case suits are not).
 unsigned long long cardOf(char value, char suit);
 // Two-character text of a one-bit mask ("Ah"); empty for anything but exactly one bit.
 std::string textOf(unsigned long long card);
 
-// Strict readers: throw CardTextError naming the first fault.
+// Strict readers of tidy() text, so in any case and with separators: throw CardTextError
+// naming the first fault ("Unknown card \"2x\" in the board: a card is a rank and a suit,
+// like Ah.").
 // Any number of distinct cards.
 CardList readCards(std::string_view text, Role role = Role::Cards);
 // 0, 3, 4 or 5 distinct cards.
@@ -64,9 +71,10 @@ bool isCards(std::string_view text, std::size_t count);
 // but which is no mistake either.
 bool isUnfinishedFlop(std::string_view board);
 
-// Typed text, read the forgiving way of the card fields: two characters a card, the first
-// taken upper case and the second lower case; pieces that are no card, and repeats of an
-// earlier card, are dropped. The cards come back in canonical spelling, in text order.
+// Typed text, read the forgiving way of the card fields: blanks, commas and semicolons
+// between cards are skipped, then two characters a card, the first taken upper case and the
+// second lower case; pieces that are no card, and repeats of an earlier card, are dropped.
+// The cards come back in canonical spelling, in text order.
 std::vector<std::string> lenientCards(std::string_view text);
 
 } // namespace CardText

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cctype>
 #include <stdexcept>
+#include <unordered_set>
 #include <vector>
 
 namespace Range {
@@ -221,6 +222,10 @@ Verdict judgeConcrete(std::string& token) {
         std::swap(token[1], token[3]);
         return Verdict::Again;
     }
+    // One card twice can never be dealt: it is no hand, and a wildcard that can only mean
+    // the same card twice is none either.
+    if (token[0] == token[2] && token[1] == token[3] && token[0] != 'X' && token[1] != 'x')
+        return Verdict::Drop;
     return Verdict::Valid;
 }
 
@@ -363,41 +368,149 @@ void flushOthers(std::string& out, const std::string& first, const std::string& 
 
 // --- expand -------------------------------------------------------------------------------
 
-const char* placeCharacters(const char& c) {
-    if (c == 'X')
-        return "23456789TJQKA";
-    if (c == 'x')
-        return "dhcs";
-    return &c;
-}
-
-std::size_t placeCount(char c) {
-    return c == 'X' ? 13 : (c == 'x' ? 4 : 1);
-}
-
-void expandWildcard(const std::string& token, Tokens& out) {
-    if (token.size() != 4)
-        return;
-    const char* places[4];
-    std::size_t counts[4];
-    for (int i = 0; i < 4; ++i) {
-        places[i] = placeCharacters(token[i]);
-        counts[i] = placeCount(token[i]);
+// Which technical tokens the text has listed already. A token listed twice says nothing new,
+// and a pasted text may repeat one thousands of times: each is spelled out once, so that the
+// work after expand stays within the 169 classes and 1326 hands however long the text is.
+class SeenTokens {
+public:
+    // True when `token` was not listed before.
+    bool insert(const std::string& token) {
+        const int index = indexOf(token);
+        if (index < 0)
+            return others.insert(token).second;
+        return insert(index);
     }
-    for (std::size_t a = 0; a < counts[0]; ++a)
-        for (std::size_t b = 0; b < counts[1]; ++b)
-            for (std::size_t c = 0; c < counts[2]; ++c)
-                for (std::size_t d = 0; d < counts[3]; ++d) {
-                    const char first[2] = {places[0][a], places[1][b]};
-                    const char second[2] = {places[2][c], places[3][d]};
-                    std::string hand(4, ' ');
-                    const bool swap = higher(second[0], first[0]);
-                    hand[0] = swap ? second[0] : first[0];
-                    hand[1] = swap ? second[1] : first[1];
-                    hand[2] = swap ? first[0] : second[0];
-                    hand[3] = swap ? first[1] : second[1];
-                    out.push_back(std::move(hand));
-                }
+    // The same for the concrete hand of two cards (lane * 13 + value number), spelled in
+    // this order.
+    bool insertHand(int first, int second) { return insert(classTokens + first * 52 + second); }
+    // True the first time a wildcard token is met: its hands need listing once only.
+    bool firstWildcard(const std::string& token) { return wildcards.insert(token).second; }
+
+private:
+    static constexpr int classTokens = 13 * 13 * 3;
+
+    bool insert(int index) {
+        if (seen[static_cast<std::size_t>(index)])
+            return false;
+        seen[static_cast<std::size_t>(index)] = true;
+        return true;
+    }
+
+    static int cardOf(char value, char suit) {
+        const int number = valueNumberOf(value);
+        const int lane = suitLaneOf(suit);
+        return number < 0 || number > 12 || lane < 0 ? -1 : lane * 13 + number;
+    }
+
+    // Two- and three-character tokens by their values and class, concrete hands by their two
+    // cards as spelled; -1 for anything else.
+    static int indexOf(const std::string& token) {
+        if (token.size() == 2 || token.size() == 3) {
+            const int first = valueNumberOf(token[0]);
+            const int second = valueNumberOf(token[1]);
+            if (first < 0 || first > 12 || second < 0 || second > 12)
+                return -1;
+            if (token.size() == 3 && token[2] != 's' && token[2] != 'o')
+                return -1;
+            const int kind = token.size() == 2 ? 0 : (token[2] == 's' ? 1 : 2);
+            return (first * 13 + second) * 3 + kind;
+        }
+        if (token.size() == 4) {
+            const int first = cardOf(token[0], token[1]);
+            const int second = cardOf(token[2], token[3]);
+            return first < 0 || second < 0 ? -1 : classTokens + first * 52 + second;
+        }
+        return -1;
+    }
+
+    std::vector<bool> seen = std::vector<bool>(classTokens + 52 * 52, false);
+    std::unordered_set<std::string> others;
+    std::unordered_set<std::string> wildcards;
+};
+
+// The cards a place of a wildcard token allows, as lane * 13 + value number (the ace 0):
+// a value character or `X` for all, a suit character or `x` for all. The order is that of
+// the expansion's loops: values 2 up to A, suits d, h, c, s.
+std::vector<int> cardsOfPlace(char value, char suit) {
+    static constexpr const char* values = "23456789TJQKA";
+    static constexpr const char* suits = "dhcs";
+    std::vector<int> cards;
+    for (int v = 0; v < 13; ++v) {
+        if (value != 'X' && value != values[v])
+            continue;
+        for (int s = 0; s < 4; ++s)
+            if (suit == 'x' || suit == suits[s])
+                cards.push_back(suitLaneOf(suits[s]) * 13 + valueNumberOf(values[v]));
+    }
+    return cards;
+}
+
+// A wildcard token is every two-card hand whose two cards fit its two places, in either
+// order, and never a hand holding one card twice. Each hand is spelled canonically: the higher
+// value first, and of two equal values the suit first that comes first in d, h, s, c, so that
+// a pair's combination is always one its class holds.
+void expandWildcard(const std::string& token, Tokens& out, SeenTokens& seen) {
+    if (token.size() != 4 || !seen.firstWildcard(token))
+        return;
+    static constexpr const char* valueOfNumber = "AKQJT98765432";
+    static constexpr const char* suitOfLane = "dhsc";
+    for (const int first : cardsOfPlace(token[0], token[1])) {
+        for (const int second : cardsOfPlace(token[2], token[3])) {
+            if (first == second)
+                continue;
+            // A smaller value number is the higher card; a smaller lane the earlier suit.
+            const bool swap =
+                second % 13 < first % 13 || (second % 13 == first % 13 && second / 13 < first / 13);
+            const int high = swap ? second : first;
+            const int low = swap ? first : second;
+            if (seen.insertHand(high, low))
+                out.push_back(std::string{valueOfNumber[high % 13], suitOfLane[high / 13],
+                                          valueOfNumber[low % 13], suitOfLane[low / 13]});
+        }
+    }
+}
+
+// The tokens of a span or a `+` token, each handed to `emit`.
+template <typename Emit>
+void expandRun(const std::string& token, Emit emit) {
+    if (holds(token, '-')) {
+        if (token.size() == 5) {
+            std::string current = token.substr(0, 2);
+            while (true) {
+                emit(current);
+                if (current[0] == token[3])
+                    break;
+                current[0] = nextHigherValueChar(current[0]);
+                current[1] = nextHigherValueChar(current[1]);
+            }
+        } else {
+            const char end = token.size() > 5 ? token[5] : '\0';
+            std::string current = token.substr(0, 3);
+            while (true) {
+                emit(current);
+                if (current.size() < 2 || current[1] == end)
+                    break;
+                current[1] = nextHigherValueChar(current[1]);
+            }
+        }
+    } else if (token.size() == 3) {
+        std::string current = token.substr(0, 2);
+        while (true) {
+            emit(current);
+            if (current[0] == 'A')
+                break;
+            current[0] = nextHigherValueChar(current[0]);
+            current[1] = nextHigherValueChar(current[1]);
+        }
+    } else if (token.size() >= 2) {
+        std::string current = token.substr(0, 3);
+        while (true) {
+            emit(current);
+            current[1] = nextHigherValueChar(current[1]);
+            if (current[1] == current[0])
+                break;
+        }
+    }
 }
 
 } // namespace
@@ -434,50 +547,22 @@ std::string expand(const std::string& normalText) {
     QV_ASSERT(normalText.find("Group") == std::string::npos, "str is corrupted with a group.");
     Tokens remaining;
     Tokens collected;
-    for (const std::string& token : splitTokens(normalText)) {
-        if (holds(token, 'x') || holds(token, 'X')) {
-            expandWildcard(token, collected);
-        } else if (holds(token, '-')) {
-            if (token.size() == 5) {
-                std::string current = token.substr(0, 2);
-                while (true) {
-                    collected.push_back(current);
-                    if (current[0] == token[3])
-                        break;
-                    current[0] = nextHigherValueChar(current[0]);
-                    current[1] = nextHigherValueChar(current[1]);
-                }
-            } else {
-                const char end = token.size() > 5 ? token[5] : '\0';
-                std::string current = token.substr(0, 3);
-                while (true) {
-                    collected.push_back(current);
-                    if (current.size() < 2 || current[1] == end)
-                        break;
-                    current[1] = nextHigherValueChar(current[1]);
-                }
-            }
-        } else if (holds(token, '+')) {
-            if (token.size() == 3) {
-                std::string current = token.substr(0, 2);
-                while (true) {
-                    collected.push_back(current);
-                    if (current[0] == 'A')
-                        break;
-                    current[0] = nextHigherValueChar(current[0]);
-                    current[1] = nextHigherValueChar(current[1]);
-                }
-            } else if (token.size() >= 2) {
-                std::string current = token.substr(0, 3);
-                while (true) {
-                    collected.push_back(current);
-                    current[1] = nextHigherValueChar(current[1]);
-                    if (current[1] == current[0])
-                        break;
-                }
-            }
-        } else if (!token.empty()) {
+    // Tokens that need no expansion come first: they take their place before any expanded
+    // token repeats them.
+    SeenTokens seen;
+    const Tokens tokens = splitTokens(normalText);
+    for (const std::string& token : tokens)
+        if (!token.empty() && !holds(token, 'x') && !holds(token, 'X') && !holds(token, '-') &&
+            !holds(token, '+') && seen.insert(token))
             remaining.push_back(token);
+    for (const std::string& token : tokens) {
+        if (holds(token, 'x') || holds(token, 'X')) {
+            expandWildcard(token, collected, seen);
+        } else if (holds(token, '-') || holds(token, '+')) {
+            expandRun(token, [&](const std::string& expanded) {
+                if (seen.insert(expanded))
+                    collected.push_back(expanded);
+            });
         }
     }
     for (std::string& token : collected)

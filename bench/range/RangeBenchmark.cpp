@@ -62,6 +62,27 @@ void BM_ParseFullRangeAs1326SloppyHands(benchmark::State& state) {
 }
 BENCHMARK(BM_ParseFullRangeAs1326SloppyHands)->Unit(benchmark::kMicrosecond);
 
+// A paste that repeats one wildcard token: 10,000 times "XxXx," (50 KB, ending in a comma).
+void BM_ParseRepeatedWildcardPaste(benchmark::State& state) {
+    std::string text;
+    for (int i = 0; i < 10000; ++i)
+        text += "XxXx,";
+    parse(state, text);
+}
+BENCHMARK(BM_ParseRepeatedWildcardPaste)->Unit(benchmark::kMillisecond);
+
+// One megabyte of every token shape the grammar knows, in sloppy spelling, repeated: what a
+// player might paste from a spreadsheet or a forum post.
+void BM_ParseOneMegabyteOfMixedTokens(benchmark::State& state) {
+    const std::string block = "aks, qq+, 22-55, A2s-A9s, kt+, xdxx, AhKd, axkx, XxXx, t9o, "
+                              "J8s+, 76, 5s4s, 98-95, xsxs, garbage, AdAd, A+Ks, ,";
+    std::string text;
+    while (text.size() < (1u << 20))
+        text += block;
+    parse(state, text);
+}
+BENCHMARK(BM_ParseOneMegabyteOfMixedTokens)->Unit(benchmark::kMillisecond);
+
 void BM_CompactTextOfFullRange(benchmark::State& state) {
     const Range::HandRange full(true);
     const Range::HandRangeStringReader reader(full);

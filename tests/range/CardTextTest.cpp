@@ -72,16 +72,33 @@ TEST(CardText, ABoardHasZeroThreeFourOrFiveCards) {
 
 TEST(CardText, FaultsAreNamedInTheUsersWords) {
     EXPECT_EQ(reasonOf([] { CardText::readBoard("AhAh2c"); }), "The card Ah is given twice.");
-    EXPECT_EQ(reasonOf([] { CardText::readBoard("Ks7d2x"); }), "Unknown card \"2x\" in the board.");
+    EXPECT_EQ(reasonOf([] { CardText::readBoard("Ks7d2x"); }),
+              "Unknown card \"2x\" in the board: a card is a rank and a suit, like Ah.");
     EXPECT_EQ(reasonOf([] { CardText::readBoard("Ah7"); }),
-              "The board \"Ah7\" is not a list of two-character cards.");
+              "The board \"Ah7\" is not a list of two-character cards: a card is a rank and a "
+              "suit, like Ah.");
     EXPECT_EQ(reasonOf([] { CardText::readDeadCards("Ah7"); }),
-              "The dead cards \"Ah7\" is not a list of two-character cards.");
+              "The dead cards \"Ah7\" is not a list of two-character cards: a card is a rank and "
+              "a suit, like Ah.");
     EXPECT_EQ(reasonOf([] { CardText::readDeadCards("9s", getIndexByCards("9s")); }),
               "The card 9s is given twice.");
     EXPECT_EQ(reasonOf([] { CardText::readHand("AhKhQh"); }), "A hand has 2 cards, not 3.");
     EXPECT_EQ(reasonOf([] { CardText::readHand("AhAh"); }), "The card Ah is given twice.");
-    EXPECT_EQ(reasonOf([] { CardText::readHand("ahkh"); }), "Unknown card \"ah\" in the hand.");
+    EXPECT_EQ(reasonOf([] { CardText::readHand("Ah1h"); }),
+              "Unknown card \"1h\" in the hand: a card is a rank and a suit, like Ah.");
+}
+
+TEST(CardText, CardsAreReadAsPlayersTypeThem) {
+    // Any case, and blanks, commas or semicolons between the cards.
+    EXPECT_EQ(CardText::tidy("ah kd, 2C"), "AhKd2c");
+    EXPECT_EQ(CardText::tidy("AH;KD"), "AhKd");
+    EXPECT_EQ(CardText::tidy(""), "");
+    EXPECT_EQ(CardText::readBoard("ah KD 2c").mask, CardText::readBoard("AhKd2c").mask);
+    EXPECT_EQ(CardText::readHand("AS,ks"), CardText::readHand("AsKs"));
+    EXPECT_EQ(CardText::problemOf("AH 7D 2C", "ks"), "");
+    EXPECT_EQ(CardText::problemOf("Ah 7d", ""), "A board has 0, 3, 4 or 5 cards, not 2.");
+    EXPECT_EQ(CardText::lenientCards("Ah Kd, 2c;9S"),
+              (std::vector<std::string>{"Ah", "Kd", "2c", "9s"}));
 }
 
 TEST(CardText, ProblemOfABoardWithItsDeadCards) {
@@ -116,7 +133,7 @@ TEST(CardText, AnUnfinishedFlopIsOneOrTwoDistinctCards) {
 TEST(CardText, TypedTextIsReadTheForgivingWay) {
     // Value upper case, suit lower case; no card and repeats dropped; text order kept.
     EXPECT_EQ(CardText::lenientCards("ahKD"), (std::vector<std::string>{"Ah", "Kd"}));
-    // Two characters a piece, wherever blanks fall: " z" and "z " are no cards.
+    // Blanks between cards are skipped; a piece that is no card is dropped.
     EXPECT_EQ(CardText::lenientCards("Ah zz 7d"), (std::vector<std::string>{"Ah", "7d"}));
     EXPECT_EQ(CardText::lenientCards("AhAh7d"), (std::vector<std::string>{"Ah", "7d"}));
     EXPECT_EQ(CardText::lenientCards("2c3"), (std::vector<std::string>{"2c"}));

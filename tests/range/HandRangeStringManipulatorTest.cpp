@@ -118,16 +118,19 @@ TEST(HandRangeStringManipulator, InsertNotifiesOnceThroughTheFilter) {
     EXPECT_EQ(technical(range), "T9o,KK,AA,AKo");
 }
 
-TEST(HandRangeStringManipulator, AhXxLosesAhAdWhileAdXxKeepsAdAh) {
+TEST(HandRangeStringManipulator, AhXxAndAdXxKeepEveryPairWithTheirAce) {
+    // A wildcard hand is every hand whose cards fit the places in either order: the ace of
+    // hearts with each of the three other aces, whatever order the suits come in.
     const HandRange ah = rangeOf("AhXx");
     EXPECT_EQ(ah.find(valueToBinaryMask('A'), false)->suits,
-              suitPairToBit('h', 's') | suitPairToBit('h', 'c'));
-    // 12 hands with another value, 2 aces above: AhAs and AhAc, AhAh adds nothing either.
-    EXPECT_EQ(ah.combinationCount(), 48u + 2u);
+              suitPairToBit('d', 'h') | suitPairToBit('h', 's') | suitPairToBit('h', 'c'));
+    EXPECT_EQ(ah.combinationCount(), 48u + 3u);
     const HandRange ad = rangeOf("AdXx");
     EXPECT_EQ(ad.find(valueToBinaryMask('A'), false)->suits,
               suitPairToBit('d', 'h') | suitPairToBit('d', 's') | suitPairToBit('d', 'c'));
     EXPECT_EQ(ad.combinationCount(), 48u + 3u);
+    EXPECT_EQ(rangeOf("XdXx").combinationCount(), 585u); // 1326 less the 741 without a diamond
+    EXPECT_EQ(rangeOf("XxKh").combinationCount(), 51u);
 }
 
 TEST(HandRangeStringManipulator, XxXxGivesTheFullRange) {

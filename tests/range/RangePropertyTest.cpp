@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -204,4 +205,74 @@ TEST(RangeProperties, NormalizeCopesWithVeryLongInput) {
         ASSERT_NO_THROW(HandRangeStringManipulator(range).setFree(input));
         EXPECT_EQ(range.combinationCount(), countCombinations(technicalOf(range)).first);
     }
+}
+
+namespace {
+
+// The hands of a range as two-bit card masks.
+std::set<CardMask> handsOf(const HandRange& range) {
+    std::vector<CardMask> hands;
+    for (const Element& element : range)
+        handsOfElement(element.values, element.suits, hands);
+    return std::set<CardMask>(hands.begin(), hands.end());
+}
+
+// Written here without the range code: a card fits a place when its value is the place's
+// value or the place says X, and its suit is the place's suit or the place says x.
+bool fits(int value, int lane, char placeValue, char placeSuit) {
+    static const std::string values = "23456789TJQKA";
+    static const std::string suits = "dhsc";
+    return (placeValue == 'X' || values[static_cast<std::size_t>(value)] == placeValue) &&
+           (placeSuit == 'x' || suits[static_cast<std::size_t>(lane)] == placeSuit);
+}
+
+std::set<CardMask> bruteForceWildcard(const std::string& token) {
+    std::set<CardMask> hands;
+    for (int a = 0; a < 52; ++a)
+        for (int b = a + 1; b < 52; ++b) {
+            const int av = a % 13, al = a / 13, bv = b % 13, bl = b / 13;
+            const bool forward =
+                fits(av, al, token[0], token[1]) && fits(bv, bl, token[2], token[3]);
+            const bool backward =
+                fits(bv, bl, token[0], token[1]) && fits(av, al, token[2], token[3]);
+            if (forward || backward)
+                hands.insert((1ULL << a) | (1ULL << b));
+        }
+    return hands;
+}
+
+} // namespace
+
+TEST(RangeProperties, EveryWildcardSpellingMeansEveryHandThatFitsItsPlaces) {
+    // Each place is a value or X and a suit or x: 70 spellings a card, 4900 tokens, in both
+    // orders of the places and in lower case too.
+    const std::string values = "23456789TJQKAX";
+    const std::string suits = "dhscx";
+    int checked = 0;
+    for (char v1 : values)
+        for (char s1 : suits)
+            for (char v2 : values)
+                for (char s2 : suits) {
+                    const std::string token{v1, s1, v2, s2};
+                    const std::set<CardMask> expected = bruteForceWildcard(token);
+                    HandRange range;
+                    HandRangeStringManipulator(range).setFree(token);
+                    ASSERT_EQ(handsOf(range), expected) << token;
+                    ASSERT_EQ(range.combinationCount(), expected.size()) << token;
+                    ++checked;
+                }
+    EXPECT_EQ(checked, 4900);
+    // Spot checks of the counts players know: any hand with a diamond, any hand with the king
+    // of hearts, any two spades, two aces, everything.
+    const auto count = [](const std::string& text) {
+        HandRange range;
+        HandRangeStringManipulator(range).setFree(text);
+        return range.combinationCount();
+    };
+    EXPECT_EQ(count("XdXx"), 585u);
+    EXPECT_EQ(count("xxkh"), 51u);
+    EXPECT_EQ(count("XsXs"), 78u);
+    EXPECT_EQ(count("AxAx"), 6u);
+    EXPECT_EQ(count("XxXx"), 1326u);
+    EXPECT_EQ(count("AhAh"), 0u); // one card twice is no hand
 }

@@ -181,10 +181,14 @@ TEST(RangeStringOperations, WildcardSpelling) {
     EXPECT_EQ(normalized("xxxx"), "XxXx");
 }
 
-TEST(RangeStringOperations, SameCardTwiceSurvives) {
-    EXPECT_EQ(normalized("AdAd"), "AdAd");
-    EXPECT_EQ(normalized("adad"), "AdAd");
-    EXPECT_EQ(expand("AdAd"), "AdAd");
+TEST(RangeStringOperations, OneCardTwiceIsNoHandAndIsDropped) {
+    // A hand holding one card twice can never be dealt: it is a bad token like any other.
+    EXPECT_EQ(normalized("AdAd"), "");
+    EXPECT_EQ(normalized("adad"), "");
+    EXPECT_EQ(normalized("AdAd,KK"), "KK");
+    // Wildcards whose places could hold one card twice still mean the other hands.
+    EXPECT_EQ(normalized("AxAx"), "AxAx");
+    EXPECT_EQ(normalized("XhXh"), "XhXh");
 }
 
 TEST(RangeStringOperations, SpanRules) {
@@ -257,10 +261,11 @@ TEST(RangeStringOperations, ExpandOfBadValueLettersThrows) {
 }
 
 TEST(RangeStringOperations, ExpandWildcards) {
-    EXPECT_EQ(expand("AdXd"), "Ad2d,Ad3d,Ad4d,Ad5d,Ad6d,Ad7d,Ad8d,Ad9d,AdTd,AdJd,AdQd,AdKd,AdAd");
+    // Never the same card twice: AdXd has no AdAd.
+    EXPECT_EQ(expand("AdXd"), "Ad2d,Ad3d,Ad4d,Ad5d,Ad6d,Ad7d,Ad8d,Ad9d,AdTd,AdJd,AdQd,AdKd");
     EXPECT_EQ(expand("AxKx"), "AdKd,AdKh,AdKc,AdKs,AhKd,AhKh,AhKc,AhKs,AcKd,AcKh,AcKc,AcKs,"
                               "AsKd,AsKh,AsKc,AsKs");
-    // Cards are swapped by value only; equal values stay as they came.
+    // The higher card first; of equal values the suit first in d, h, s, c.
     const std::string xdAh = expand("XdAh");
     EXPECT_EQ(xdAh.substr(0, 10), "Ah2d,Ah3d,");
     EXPECT_EQ(xdAh.substr(xdAh.size() - 9), "AhKd,AdAh");
@@ -269,18 +274,27 @@ TEST(RangeStringOperations, ExpandWildcards) {
     EXPECT_EQ(expand("AxK,QQ"), "QQ");
 }
 
-TEST(RangeStringOperations, AhXxListsAhAdWhileAdXxListsAdAh) {
+TEST(RangeStringOperations, AhXxAndAdXxBothListTheirPairAsAdAh) {
+    // The pair of two aces is spelled one way, whichever place held which ace.
     const std::string ah = "," + expand("AhXx") + ",";
     const std::string ad = "," + expand("AdXx") + ",";
-    EXPECT_NE(ah.find(",AhAd,"), std::string::npos);
-    EXPECT_EQ(ah.find(",AdAh,"), std::string::npos);
+    EXPECT_NE(ah.find(",AdAh,"), std::string::npos);
+    EXPECT_EQ(ah.find(",AhAd,"), std::string::npos);
+    EXPECT_EQ(ah.find(",AhAh,"), std::string::npos);
     EXPECT_NE(ad.find(",AdAh,"), std::string::npos);
 }
 
-TEST(RangeStringOperations, XxXxExpandsToAllOrderedPairsOfCards) {
+TEST(RangeStringOperations, XxXxExpandsToEveryHandOnce) {
     const std::string all = expand("XxXx");
-    EXPECT_EQ(countCombinations(all).first, 2704u);
-    EXPECT_EQ(all.size(), 2704u * 5 - 1);
+    EXPECT_EQ(countCombinations(all).first, 1326u);
+    EXPECT_EQ(all.size(), 1326u * 5 - 1);
+}
+
+TEST(RangeStringOperations, ATokenListedTwiceIsSpelledOutOnce) {
+    EXPECT_EQ(expand("QQ,QQ"), "QQ");
+    EXPECT_EQ(expand("QQ,QQ+"), "QQ,KK,AA");
+    EXPECT_EQ(expand("XxXx,XxXx,AdKd"), expand("AdKd,XxXx"));
+    EXPECT_EQ(countCombinations(expand("AdKd,XxXx,XxXx")).first, 1326u);
 }
 
 TEST(RangeStringOperations, ExpandOfGroupTextAsserts) {

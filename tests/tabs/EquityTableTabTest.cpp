@@ -656,10 +656,11 @@ TEST_F(EquityTableTabTest, BadBoardTextIsExplainedWithoutCalculating) {
     tab->updateInputs("AA,KK", "QQ", "Ah7c2d", "2d");
     EXPECT_EQ(label("loadingLeftLabel"), "The card 2d is given twice.");
     tab->updateInputs("AA,KK", "QQ", "Ah7c2x", "");
-    EXPECT_EQ(label("loadingLeftLabel"), "Unknown card \"2x\" in the board.");
+    EXPECT_EQ(label("loadingLeftLabel"),
+              "Unknown card \"2x\" in the board: a card is a rank and a suit, like Ah.");
     tab->updateInputs("AA,KK", "QQ", "", "Ah7");
     EXPECT_EQ(label("loadingLeftLabel"), "The dead cards \"Ah7\" is not a list of two-character "
-                                         "cards.");
+                                         "cards: a card is a rank and a suit, like Ah.");
     EXPECT_FALSE(tab->isCalculating());
 
     // Good text again calculates again.
