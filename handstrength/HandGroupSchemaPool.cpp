@@ -140,6 +140,24 @@ bool HandGroupSchemaPool::add(const HandGroupSchemaData& data) {
     return true;
 }
 
+bool HandGroupSchemaPool::replace(const std::string& name, const HandGroupSchemaData& data) {
+    if (isStandard(name) || isStandard(data.name) || data.name.empty())
+        return false;
+    auto named = [](const std::string& wanted) {
+        return [&wanted](const HandGroupSchemaData& s) { return s.name == wanted; };
+    };
+    auto found = std::find_if(schemaList.begin(), schemaList.end(), named(name));
+    if (found == schemaList.end())
+        return false;
+    if (data.name != name &&
+        std::find_if(schemaList.begin(), schemaList.end(), named(data.name)) != schemaList.end())
+        return false;
+    *found = data;
+    if (defaultSchemaName == name)
+        defaultSchemaName = data.name;
+    return true;
+}
+
 bool HandGroupSchemaPool::remove(const std::string& name) {
     if (isStandard(name))
         return false;

@@ -43,6 +43,11 @@ public:
     // Adds a schema, or replaces the one of the same name. "Standard" can't be replaced, and
     // a schema without a name can't be added: both are ignored, and false is returned.
     bool add(const HandGroupSchemaData& data);
+    // Puts `data` in the place of the schema called `name`, under the data's own name: a
+    // renamed schema keeps its place in the list, and the default name follows it. False,
+    // and nothing changes, for "Standard" (either name), an unknown `name`, an empty new name
+    // or a new name that another schema has.
+    bool replace(const std::string& name, const HandGroupSchemaData& data);
     // Removes a schema; "Standard" can't be removed. If it was the default, "Standard"
     // becomes the default. False when nothing was removed.
     bool remove(const std::string& name);

@@ -9,6 +9,8 @@
 #include "handstrength/HandGroupSchema.h"
 #include "handstrength/ui/HandGroupSchemaSelection.h"
 #include "handstrength/ui/HandGroupTickSchemaSelection.h"
+#include "handstrength/ui/SchemaListDialog.h"
+#include "handstrength/ui/TickSchemaListDialog.h"
 #include "selection/HandRangeHover.h"
 #include "tabs/BoardHitEvaluationTable.h"
 #include "tabs/HandStrengthLabel.h"
@@ -97,9 +99,13 @@ void BoardEvaluationTab::setControls(QComboBox* rangeBox, HandGroupSchemaSelecti
     // every change twice.
     connect(handGroupSchemaSelection, &HandGroupSchemaSelection::schemaChanged, this,
             &BoardEvaluationTab::reactToChangedSchema);
+    // "Edit Schemas..." runs the schema dialogs on the pool the box shows; the other tabs'
+    // boxes catch up with the saved pool when they are shown again.
+    handGroupSchemaSelection->setEditor(&SchemaListDialog::editPool);
     if (tickSchemaSelection != nullptr) {
         connect(tickSchemaSelection, &HandGroupTickSchemaSelection::tickSchemaChanged, this,
                 &BoardEvaluationTab::reactToChangedTickSchema);
+        tickSchemaSelection->setEditor(&TickSchemaListDialog::editPool);
     }
 
     installSchema(new HandGroupSchema(this, 1));

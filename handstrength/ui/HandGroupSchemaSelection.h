@@ -14,9 +14,15 @@ class HandGroupSchemaPool;
 //
 // Choosing a schema keeps its name and emits schemaChanged with the schema's data. Choosing
 // "Edit Schemas..." runs the editor (the schema dialogs, set by whoever owns them) modally and
-// refills the list; without an editor the previous choice simply comes back. A refill keeps
-// the current name if the pool still has it, else takes the pool's default, else the first
-// schema, and applies that item, so a refill always ends in one schemaChanged.
+// catches up with what it did to the pool; without an editor the previous choice simply comes
+// back. A refill keeps the current name if the pool still has it, else takes the pool's
+// default, else the first schema, and applies that item, so a refill always ends in one
+// schemaChanged.
+//
+// Several boxes may show one pool (one on each board tab), and the pool may change behind a
+// box's back. A box catches up when it is handed its pool again and when it is shown: if the
+// schema in use is gone or changed, it refills (and so applies); if only other names came or
+// went, it refills its items quietly and keeps the schema in use.
 //
 // The pool is not owned and must outlive the box (or be replaced first).
 class HandGroupSchemaSelection : public QComboBox {
@@ -30,8 +36,8 @@ public:
 
     explicit HandGroupSchemaSelection(QWidget* parent = nullptr);
 
-    // Takes a pool and refills, unless it is the pool already shown (so that a tab switch,
-    // which hands the pools again, does not reset the schema).
+    // Takes a pool and refills; the pool already shown only catches up (so that a tab
+    // switch, which hands the pools again, does not reset the schema).
     void setPool(HandGroupSchemaPool* pool);
     HandGroupSchemaPool* pool() const { return schemaPool; }
     void setEditor(Editor editor) { schemaEditor = std::move(editor); }
@@ -41,6 +47,10 @@ public:
 
     // Refills from the pool and applies the chosen item (see above).
     void refill();
+    // Whether the pool changed since the box last listed it or applied its schema.
+    bool isBehindPool() const;
+    // Catches up with the pool (see above).
+    void catchUp();
 
 signals:
     void schemaChanged(const HandGroupSchemaData& schemaData);
@@ -48,12 +58,18 @@ signals:
 private slots:
     void onIndexChanged(int index);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
+    void fillItems();
     void apply(int index);
     void selectSilently(int index);
     bool isEditItem(int index) const;
 
     HandGroupSchemaPool* schemaPool = nullptr;
     QString currentSchemaName;
+    // The schema as last emitted, to see whether the pool changed it since.
+    HandGroupSchemaData appliedSchema;
     Editor schemaEditor;
 };

@@ -16,10 +16,32 @@ HandGroupTickSchemaSelection::HandGroupTickSchemaSelection(QWidget* parent)
 }
 
 void HandGroupTickSchemaSelection::setPool(HandGroupTickSchemaPool* pool) {
-    if (pool == tickPool)
+    if (pool == tickPool) {
+        if (isBehindPool())
+            refill();
         return;
+    }
     tickPool = pool;
     refill();
+}
+
+bool HandGroupTickSchemaSelection::isBehindPool() const {
+    if (tickPool == nullptr)
+        return false;
+    const auto& schemas = tickPool->schemas();
+    if (static_cast<int>(schemas.size()) + 2 != count())
+        return true;
+    for (std::size_t i = 0; i < schemas.size(); ++i) {
+        if (itemText(static_cast<int>(i) + 1).toStdString() != schemas[i].name)
+            return true;
+    }
+    return false;
+}
+
+void HandGroupTickSchemaSelection::showEvent(QShowEvent* event) {
+    if (isBehindPool())
+        refill();
+    QComboBox::showEvent(event);
 }
 
 bool HandGroupTickSchemaSelection::isCustom() const {
@@ -83,6 +105,7 @@ void HandGroupTickSchemaSelection::onIndexChanged(int index) {
     if (schema == nullptr)
         return;
     currentTickSchemaName = itemText(index);
+    selectedHandStrengths = schema->handStrengths;
     emit tickSchemaChanged(*schema);
 }
 

@@ -13,10 +13,14 @@
 // pool, and "Edit Schemas...".
 //
 // "Custom" stands for the ticks the user set by hand and only keeps the name. A tick schema
-// keeps its name and emits tickSchemaChanged, which replaces the ticks. "Edit Schemas..." runs
-// the editor (the tick schema dialogs, set by whoever owns them) modally with the present
-// ticks; if the pool has grown, the first new schema becomes the current one (and is
-// applied); then the list is refilled. Without an editor the previous choice comes back.
+// keeps its name and emits tickSchemaChanged, which replaces the ticks (they are then the
+// present ticks). "Edit Schemas..." runs the editor (the tick schema dialogs, set by whoever
+// owns them) modally with the present ticks; if the pool has grown, the first new schema
+// becomes the current one (and is applied); then the list is refilled. Without an editor the
+// previous choice comes back.
+//
+// Several boxes may show one pool; one whose list no longer matches the pool's names refills
+// quietly when it is handed its pool again or shown.
 //
 // The pool is not owned and must outlive the box (or be replaced first).
 class HandGroupTickSchemaSelection : public QComboBox {
@@ -32,7 +36,7 @@ public:
 
     explicit HandGroupTickSchemaSelection(QWidget* parent = nullptr);
 
-    // Takes a pool and refills, unless it is the pool already shown.
+    // Takes a pool and refills; the pool already shown only catches up with its names.
     void setPool(HandGroupTickSchemaPool* pool);
     HandGroupTickSchemaPool* pool() const { return tickPool; }
     void setEditor(Editor editor) { tickEditor = std::move(editor); }
@@ -45,6 +49,8 @@ public:
 
     // Refills from the pool and selects the current name (else "Custom"), without signals.
     void refill();
+    // Whether the list no longer shows the pool's names.
+    bool isBehindPool() const;
 
 signals:
     void tickSchemaChanged(HandGroupTickSchemaPool::HandGroupTickSchema schema);
@@ -56,6 +62,9 @@ public slots:
 
 private slots:
     void onIndexChanged(int index);
+
+protected:
+    void showEvent(QShowEvent* event) override;
 
 private:
     void selectSilently(int index);
