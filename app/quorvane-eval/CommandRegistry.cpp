@@ -5,8 +5,9 @@ CommandRegistry& CommandRegistry::instance() {
     return registry;
 }
 
-void CommandRegistry::add(const std::string& name, Run run, const std::string& usage) {
-    table[name] = Command{run, usage};
+void CommandRegistry::add(const std::string& name, Run run, const std::string& usage,
+                          const std::string& help) {
+    table[name] = Command{run, usage, help};
 }
 
 const CommandRegistry::Command* CommandRegistry::find(const std::string& name) const {

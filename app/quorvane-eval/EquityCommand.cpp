@@ -4,6 +4,7 @@
 // taken. Exit codes: 0 done, 1 bad input (the message names the bad token), 2 bad usage.
 
 #include "CommandRegistry.h"
+#include "CommandReply.h"
 #include "FreeRangeText.h"
 
 #include "VelmaraEvaluatorBase.h"
@@ -18,6 +19,10 @@
 namespace {
 
 const char* const usageLine = "equity RANGE1 RANGE2 [--board B] [--dead D] [--by-hand]";
+const char* const helpLines =
+    "      Exact equity of two ranges: every matchup on every completion of the board.\n"
+    "      Prints equity1, equity2, wins1, wins2, ties and total (one unit is one matchup on\n"
+    "      one board) and the time taken; --by-hand adds a line for every hand of RANGE1.\n";
 
 std::string percent(double share) {
     char text[32];
@@ -25,19 +30,26 @@ std::string percent(double share) {
     return text;
 }
 
+double share(unsigned long long wins, unsigned long long ties, unsigned long long total) {
+    return (double(wins) + double(ties) * 0.5) / double(total);
+}
+
 std::string equityText(unsigned long long wins, unsigned long long ties, unsigned long long total) {
     if (total == 0)
         return "-";
-    return percent((double(wins) + double(ties) * 0.5) / double(total));
+    return percent(share(wins, ties, total));
 }
 
-int usageError(std::ostream& err, const std::string& message) {
-    err << "quorvane-eval equity: " << message << "\n"
-        << "usage: quorvane-eval " << usageLine << "\n";
-    return 2;
+void jsonEquity(JsonWriter& json, const char* name, unsigned long long wins,
+                unsigned long long ties, unsigned long long total) {
+    json.key(name);
+    if (total == 0)
+        json.null();
+    else
+        json.value(share(wins, ties, total));
 }
 
-int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+int run(const std::vector<std::string>& args, CommandReply& reply) {
     std::vector<std::string> ranges;
     std::string board;
     std::string dead;
@@ -46,22 +58,21 @@ int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         const std::string& arg = args[i];
         if (arg == "--board" || arg == "--dead") {
             if (i + 1 >= args.size())
-                return usageError(err, "'" + arg + "' needs a value");
+                return reply.fail(2, "'" + arg + "' needs a value", usageLine);
             (arg == "--board" ? board : dead) = args[++i];
         } else if (arg == "--by-hand") {
             byHand = true;
         } else if (arg.size() > 1 && arg[0] == '-' && arg[1] == '-') {
-            return usageError(err, "unknown option '" + arg + "'");
+            return reply.fail(2, "unknown option '" + arg + "'", usageLine);
         } else {
             ranges.push_back(arg);
         }
     }
     if (ranges.size() != 2)
-        return usageError(err,
-                          "two ranges are needed, " + std::to_string(ranges.size()) + " given");
+        return reply.fail(2, "two ranges are needed, " + std::to_string(ranges.size()) + " given",
+                          usageLine);
 
-    // The one-time preparation is not part of a calculation's time.
-    initializeAllBoardsBeforeCalculation();
+    // The library prepares what a query needs on first use; nothing is built up front.
     volatile bool stop = false;
     const auto started = std::chrono::steady_clock::now();
     EquityEvaluation<unsigned long long> result;
@@ -83,13 +94,41 @@ int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
                                    : getEquity(range1, range2, board, dead, stop);
         }
     } catch (const std::invalid_argument& error) {
-        err << "quorvane-eval equity: " << error.what() << "\n";
-        return 1;
+        return reply.fail(1, error.what());
     }
     const double milliseconds =
         std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - started)
             .count();
 
+    if (reply.json()) {
+        JsonWriter& json = reply.object();
+        json.member("range1", ranges[0]).member("range2", ranges[1]);
+        json.member("board", board).member("dead", dead);
+        jsonEquity(json, "equity1", result.wins1, result.ties, result.total);
+        jsonEquity(json, "equity2", result.wins2, result.ties, result.total);
+        json.member("wins1", std::uint64_t(result.wins1));
+        json.member("wins2", std::uint64_t(result.wins2));
+        json.member("ties", std::uint64_t(result.ties));
+        json.member("total", std::uint64_t(result.total));
+        json.key("time_ms").fixed(milliseconds, 3);
+        if (byHand) {
+            json.key("hands").beginArray();
+            for (const WinEvaluationByHand& hand : hands) {
+                json.beginObject();
+                json.member("hand", hand.hand);
+                jsonEquity(json, "equity", hand.wins, hand.ties, hand.total);
+                json.member("wins", std::uint64_t(hand.wins));
+                json.member("losses", std::uint64_t(hand.losses));
+                json.member("ties", std::uint64_t(hand.ties));
+                json.member("total", std::uint64_t(hand.total));
+                json.endObject();
+            }
+            json.endArray();
+        }
+        return 0;
+    }
+
+    std::ostream& out = reply.out();
     out << "equity1 " << equityText(result.wins1, result.ties, result.total) << "\n"
         << "equity2 " << equityText(result.wins2, result.ties, result.total) << "\n"
         << "wins1 " << result.wins1 << "\n"
@@ -109,6 +148,6 @@ int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     return 0;
 }
 
-const CommandRegistry::Entry entry{"equity", &run, usageLine};
+const CommandRegistry::Entry entry{"equity", &run, usageLine, helpLines};
 
 } // namespace

@@ -11,9 +11,10 @@
 
 std::string normalRangeOfFreeText(const std::string& text) {
     std::string stripped = text;
-    stripped.erase(std::remove_if(stripped.begin(), stripped.end(),
-                                  [](char c) { return std::isspace(static_cast<unsigned char>(c)); }),
-                   stripped.end());
+    stripped.erase(
+        std::remove_if(stripped.begin(), stripped.end(),
+                       [](char c) { return std::isspace(static_cast<unsigned char>(c)); }),
+        stripped.end());
     std::istringstream tokens(stripped);
     std::string token;
     while (std::getline(tokens, token, ',')) {

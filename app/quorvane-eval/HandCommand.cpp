@@ -7,10 +7,12 @@
 // hand), 2 for a usage error or an unreadable file.
 
 #include "CommandRegistry.h"
+#include "CommandReply.h"
 
 #include "handhistory/HandHistoryParser.h"
 #include "handhistory/HandHistoryText.h"
 
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <fstream>
@@ -22,8 +24,12 @@
 
 namespace {
 
-const char* const usage = "hand FILE|-    read hand histories (blank lines between hands; - reads "
-                          "standard input) and print what an import makes of each";
+const char* const usage = "hand FILE|-";
+const char* const helpLines =
+    "      Reads hand histories (blank lines between hands; - reads standard input) and\n"
+    "      prints what an import makes of each: hero and hole cards, blinds, board, the\n"
+    "      stacks at the start and each street's pot and actions, or why a hand could not\n"
+    "      be read. Exit code 0 only when every hand was read.\n";
 
 // "12.5", "1000", "0.05": two decimals at most, no trailing zeros.
 std::string number(float value) {
@@ -104,20 +110,83 @@ private:
     std::ostream& out;
 };
 
-int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    if (args.size() != 1) {
-        err << "usage: quorvane-eval " << usage << "\n";
-        return 2;
+// The same record as members of a JSON object.
+class JsonPrinter {
+public:
+    JsonPrinter(const HandHistoryRecord& hand, JsonWriter& json) : hand(hand), json(json) {}
+
+    void print() {
+        if (hand.hero.empty())
+            json.key("hero").null();
+        else
+            json.member("hero", utf8(hand.hero)).member("hole_cards", hand.holeCards);
+        json.member("currency",
+                    hand.currency == 0 ? std::string() : utf8(std::string(1, hand.currency)));
+        json.key("small_blind").raw(number(hand.smallBlind));
+        json.key("big_blind").raw(number(hand.bigBlind));
+        json.member("board", hand.board);
+        json.key("seats").beginArray();
+        for (const HandHistorySeat& seat : hand.seats) {
+            json.beginObject().member("seat", seat.seat).member("name", utf8(seat.name));
+            const auto stack = hand.stacksAtStart.find(seat.name);
+            json.key("stack");
+            if (stack == hand.stacksAtStart.end())
+                json.null();
+            else
+                json.raw(number(stack->second));
+            json.key("blind");
+            if (seat.positionKind == 0 || seat.positionKind == 1)
+                json.value(seat.positionKind == 0 ? "small blind" : "big blind");
+            else
+                json.null();
+            json.endObject();
+        }
+        json.endArray();
+        json.key("streets").beginArray();
+        street("preflop", "", hand.potPreflop, hand.postActions);
+        if (!hand.flop.empty() || !hand.flopActions.empty())
+            street("flop", hand.flop, hand.potFlop, hand.flopActions);
+        if (!hand.turn.empty() || !hand.turnActions.empty())
+            street("turn", hand.turn, hand.potTurn, hand.turnActions);
+        if (!hand.river.empty() || !hand.riverActions.empty())
+            street("river", hand.river, hand.potRiver, hand.riverActions);
+        json.endArray();
     }
+
+private:
+    static std::string utf8(const std::string& text) { return HandHistoryText::toUtf8(text); }
+
+    void street(const char* name, const std::string& cards, float pot,
+                const std::vector<HandHistoryAction>& actions) {
+        json.beginObject().member("street", name).member("cards", cards);
+        json.key("pot").raw(number(pot));
+        json.key("actions").beginArray();
+        for (const HandHistoryAction& action : actions) {
+            json.beginObject().member("player", utf8(action.player)).member("verb", action.verb);
+            if (!action.blind.empty())
+                json.member("blind", action.blind);
+            if (action.verb != "fold" && action.verb != "check")
+                json.key("amount").raw(number(action.amount));
+            json.endObject();
+        }
+        json.endArray().endObject();
+    }
+
+    const HandHistoryRecord& hand;
+    JsonWriter& json;
+};
+
+int run(const std::vector<std::string>& args, CommandReply& reply) {
+    if (args.size() != 1)
+        return reply.fail(2, std::string(), usage);
+    const auto started = std::chrono::steady_clock::now();
     std::string text;
     if (args[0] == "-") {
         text.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
     } else {
         std::ifstream file(args[0], std::ios::binary);
-        if (!file) {
-            err << "quorvane-eval hand: cannot open \"" << args[0] << "\"\n";
-            return 2;
-        }
+        if (!file)
+            return reply.fail(2, "cannot open \"" + args[0] + "\"");
         std::ostringstream content;
         content << file.rdbuf();
         text = content.str();
@@ -125,6 +194,38 @@ int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
 
     const std::vector<HandHistoryText::Piece> pieces =
         HandHistoryText::splitAtBlankLines(HandHistoryText::toWindows1252(text));
+    if (reply.json()) {
+        JsonWriter& json = reply.object();
+        json.member("file", args[0]);
+        json.key("hands").beginArray();
+        int unread = 0;
+        for (std::size_t i = 0; i < pieces.size(); ++i) {
+            const HandHistoryText::Piece& piece = pieces[i];
+            json.beginObject()
+                .member("number", std::uint64_t(i + 1))
+                .member("first_line", piece.firstLine)
+                .member("last_line", piece.lastLine);
+            try {
+                const HandHistoryParser parser(piece.text);
+                json.member("read", true);
+                JsonPrinter(parser.record(), json).print();
+            } catch (const HandHistoryParser::ParseError& error) {
+                ++unread;
+                json.member("read", false).member("reason", HandHistoryText::toUtf8(error.reason));
+            }
+            json.endObject();
+        }
+        json.endArray();
+        json.member("read", std::uint64_t(pieces.size() - static_cast<std::size_t>(unread)));
+        json.member("total", std::uint64_t(pieces.size()));
+        json.key("time_ms").fixed(
+            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - started)
+                .count(),
+            3);
+        return pieces.empty() || unread > 0 ? 1 : 0;
+    }
+
+    std::ostream& out = reply.out();
     if (pieces.empty()) {
         out << "no hand history found\n";
         return 1;
@@ -147,6 +248,6 @@ int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     return unread == 0 ? 0 : 1;
 }
 
-const CommandRegistry::Entry entry{"hand", &run, usage};
+const CommandRegistry::Entry entry{"hand", &run, usage, helpLines};
 
 } // namespace

@@ -4,7 +4,8 @@
 //   build/bench/evaluator/evaluator_benchmark --benchmark_filter=Preflop
 
 #include "HandRank.h"
-#include "PreflopMatchupIndex.h"
+#include "Platform.h"
+#include "PreflopMatchupNumbering.h"
 #include "RankTables.h"
 #include "ValueClasses.h"
 #include "VelmaraEvaluatorBase.h"
@@ -172,7 +173,7 @@ std::vector<qve::CardMask> randomSevenCardHands(std::size_t count) {
     std::vector<qve::CardMask> hands(count);
     for (qve::CardMask& hand : hands) {
         hand = 0;
-        while (__builtin_popcountll(hand) < 7)
+        while (qve::popcount64(hand) < 7)
             hand |= qve::CardMask(1) << (random() % 52);
     }
     return hands;
@@ -215,24 +216,42 @@ long peakResidentKilobytes() {
     return -1;
 }
 
-// What initializeAllBoardsBeforeCalculation builds: the ranking tables, the value class
-// order per board and the preflop matchup index (the matchup counts themselves are
-// constant data of the library).
+// What initializeAllBoardsBeforeCalculation builds: the grid counts and the value class
+// order of every board value set (the ranking tables, the preflop matchup index and the
+// matchup counts are constant data of the library, written at build time).
 // The counter peak_rss_kb is the peak resident size of the benchmark process after the
 // real call.
 void BM_InitializeAllBoards(benchmark::State& state) {
     for (auto _ : state) {
-        auto tables = std::make_unique<qve::RankTables>();
         auto classes = std::make_unique<qve::ValueClassTables>();
-        auto index = std::make_unique<qve::PreflopMatchupIndex>();
-        benchmark::DoNotOptimize(tables.get());
+        classes->rankAllValueSets();
         benchmark::DoNotOptimize(classes.get());
-        benchmark::DoNotOptimize(index.get());
     }
     initializeAllBoardsBeforeCalculation();
     state.counters["peak_rss_kb"] = static_cast<double>(peakResidentKilobytes());
 }
 BENCHMARK(BM_InitializeAllBoards)->Unit(benchmark::kMillisecond);
+
+// The ranking tables built from the rules, as the table generator does at build time (and as
+// every process did at start-up before the tables became constant data).
+void BM_BuildRankTablesFromRules(benchmark::State& state) {
+    for (auto _ : state) {
+        auto tables = std::make_unique<qve::RankTables>();
+        qve::buildRankTables(*tables);
+        benchmark::DoNotOptimize(tables.get());
+    }
+}
+BENCHMARK(BM_BuildRankTablesFromRules)->Unit(benchmark::kMillisecond);
+
+// The matchup classes worked out pair by pair, as the table generator does at build time
+// (and as every process did at start-up before the compact index became constant data).
+void BM_NumberPreflopMatchups(benchmark::State& state) {
+    for (auto _ : state) {
+        auto numbering = std::make_unique<qve::PreflopMatchupNumbering>();
+        benchmark::DoNotOptimize(numbering.get());
+    }
+}
+BENCHMARK(BM_NumberPreflopMatchups)->Unit(benchmark::kMillisecond);
 
 // Time from setting the stop flag to TerminationOccured arriving, on a long calculation.
 void BM_StopLatency(benchmark::State& state) {

@@ -483,9 +483,9 @@ bool BoardEnumeration::countBoardByValueClass(CardMask board, std::int64_t weigh
     }
 
     // The classes with a live hand, in ascending strength.
-    const std::size_t set = std::size_t(boardValueSet(t, boardKey)) * valueClassCount;
-    const std::uint8_t* order = v.order.data() + set;
-    const Strength* strength = v.strength.data() + set;
+    const ValueClassTables::Order ranked = v.orderOf(boardValueSet(t, boardKey), boardKey);
+    const std::uint8_t* order = ranked.classes;
+    const Strength* strength = ranked.strengths;
     LiveClass* live = s.liveClasses;
     int liveCount = 0;
     for (int j = 0; j < valueClassCount; ++j) {

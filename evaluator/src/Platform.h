@@ -21,17 +21,30 @@
 
 namespace qve {
 
-// Number of set bits. Compiles to one instruction where the target has it (the build
-// option QUORVANE_EVALUATOR_NATIVE), to a short bit trick otherwise; the hot loops of the
-// library do not depend on it.
+// Number of set bits. One instruction where the target has it (the build option
+// QUORVANE_EVALUATOR_NATIVE); otherwise a short bit trick inline, since the compiler's own
+// fallback is a call into its runtime library.
 QVE_ALWAYS_INLINE int popcount64(std::uint64_t x) {
-#if defined(__GNUC__) || defined(__clang__)
+#if (defined(__GNUC__) || defined(__clang__)) && defined(__POPCNT__)
     return __builtin_popcountll(x);
 #else
-    int n = 0;
-    for (; x; x &= x - 1)
-        ++n;
-    return n;
+    x = x - ((x >> 1) & 0x5555555555555555ull);
+    x = (x & 0x3333333333333333ull) + ((x >> 2) & 0x3333333333333333ull);
+    x = (x + (x >> 4)) & 0x0F0F0F0F0F0F0F0Full;
+    return int((x * 0x0101010101010101ull) >> 56);
+#endif
+}
+
+// The same for a 16-bit word (a grid of ValueClasses.h).
+QVE_ALWAYS_INLINE int popcount16(unsigned x) {
+#if (defined(__GNUC__) || defined(__clang__)) && defined(__POPCNT__)
+    return __builtin_popcount(x & 0xFFFFu);
+#else
+    x &= 0xFFFFu;
+    x = x - ((x >> 1) & 0x5555u);
+    x = (x & 0x3333u) + ((x >> 2) & 0x3333u);
+    x = (x + (x >> 4)) & 0x0F0Fu;
+    return int((x + (x >> 8)) & 0x1Fu);
 #endif
 }
 

@@ -16,23 +16,33 @@ class PreflopTable {
 public:
     static constexpr std::uint32_t boardsPerMatchup = 1712304; // C(48, 5)
 
-    // Built on first use (thread-safe), read-only after that.
+    // Constant data: nothing is built.
     static const PreflopTable& instance();
 
     // Boards won by hand1 and boards tied, hand1 against hand2 (hand indices of
     // SuitSymmetry.h, no common card).
     QVE_ALWAYS_INLINE void counts(int hand1, int hand2, std::uint32_t& wins,
                                   std::uint32_t& ties) const {
-        const std::int32_t entry = index.entry(hand1, hand2);
-        const std::uint32_t* c = data + 2 * (entry >> 1);
-        ties = c[1];
-        wins = (entry & 1) ? boardsPerMatchup - c[0] - c[1] : c[0];
+        countsOfEntry(index.entry(hand1, hand2), wins, ties);
+    }
+    // The same from a row of the index (PreflopMatchupIndex::row of hand1).
+    QVE_ALWAYS_INLINE void counts(const PreflopMatchupIndex::Row& row, int hand2,
+                                  std::uint32_t& wins, std::uint32_t& ties) const {
+        countsOfEntry(row.entry(hand2), wins, ties);
     }
 
     const PreflopMatchupIndex& matchups() const { return index; }
 
 private:
     PreflopTable();
+
+    QVE_ALWAYS_INLINE void countsOfEntry(std::int32_t entry, std::uint32_t& wins,
+                                         std::uint32_t& ties) const {
+        const std::uint32_t* c = data + 2 * (entry >> 1);
+        ties = c[1];
+        wins = (entry & 1) ? boardsPerMatchup - c[0] - c[1] : c[0];
+    }
+
     PreflopMatchupIndex index;
     const std::uint32_t* data;
 };

@@ -28,7 +28,6 @@
 #include "Platform.h"
 
 #include <cstdint>
-#include <vector>
 
 namespace qve {
 
@@ -40,30 +39,41 @@ constexpr int strengthCount = 7462;
 struct RankTables {
     static constexpr int lowNumbers = 78125;  // 5^7
     static constexpr int highNumbers = 15625; // 5^6
+    static constexpr int nonFlushEntries = 73775;
+    static constexpr int valueRankEntries = 76155;
     static constexpr std::uint32_t flushFlag = 0x80000000u;
     static constexpr std::uint64_t keyBias = 0x3333ull << 32;
     static constexpr std::uint64_t keyFlushBits = 0x8888ull << 32;
+    static constexpr std::uint16_t noLowPosition = 0xFFFF;
+    static constexpr int blockShift = 17; // valueRank has fewer than 2^17 entries
 
     std::uint32_t laneKey[8192];            // low number | high number << 17 | flushFlag (>= 5)
     Strength flush[8192];                   // strength of a lane of >= 5 cards, 0 otherwise
     std::uint16_t lowIndex[lowNumbers];     // offset of a low multiset among those of its size
     std::uint32_t highBase[3][highNumbers]; // [cards - 5][high number]: start of the block
-    std::vector<Strength> nonFlush;
-    std::vector<HandRank> rankOfStrength; // 7,462 entries, ascending
+    Strength nonFlush[nonFlushEntries];
+    HandRank rankOfStrength[strengthCount]; // ascending
     // Ranks rather than strengths, for rankCards: one dependent load less.
     HandRank flushRank[8192];
     std::uint16_t lowPosition[lowNumbers]; // by size, then lowIndex; noLowPosition beyond 7
     std::uint32_t highBlock[highNumbers];  // start in valueRank | block length << blockShift
-    std::vector<HandRank> valueRank;       // 0 for fewer than 5 cards
-    static constexpr std::uint16_t noLowPosition = 0xFFFF;
-    static constexpr int blockShift = 17; // valueRank has fewer than 2^17 entries
-    std::uint64_t cardKey[52];            // incremental key of one card, by bit of the card mask
-
-    RankTables();
+    HandRank valueRank[valueRankEntries];  // 0 for fewer than 5 cards
+    std::uint64_t cardKey[52];             // incremental key of one card, by bit of the card mask
 };
 
-// Built on first use (thread-safe), read-only after that.
-const RankTables& rankTables();
+// The tables are constant data of the library, written at build time by
+// tools/TableGenerator.cpp from buildRankTables: a process that ranks hands builds nothing
+// and touches only the pages it reads.
+extern const RankTables generatedRankTables;
+
+QVE_ALWAYS_INLINE const RankTables& rankTables() {
+    return generatedRankTables;
+}
+
+// Fills `tables` from the ranking rules alone (about 1 MB, some tens of milliseconds): what
+// the generator writes out, and what the tests compare the constant data with. Throws
+// std::logic_error when an encoding outgrows its bits.
+void buildRankTables(RankTables& tables);
 
 // Strength of exactly 7 cards.
 QVE_ALWAYS_INLINE Strength strengthSeven(const RankTables& t, CardMask cards) {

@@ -1,79 +1,39 @@
 #include "ValueClasses.h"
 
 #include <algorithm>
-#include <memory>
-#include <stdexcept>
+#include <utility>
 
 namespace qve {
 
+namespace {
+
+// The value digit of a card of `value` in an incremental key (one card of suit d).
+std::uint64_t digitOf(const RankTables& t, int value) {
+    return t.cardKey[value] & 0xFFFFFFFFull;
+}
+
+} // namespace
+
 ValueClassTables::ValueClassTables()
-    : order(std::size_t(boardValueSets) * valueClassCount),
-      strength(std::size_t(boardValueSets) * valueClassCount), rowCounts(1 << 16),
-      columnCounts(1 << 16) {
-    const RankTables& t = rankTables();
+    : rowCounts(1 << 16), columnCounts(1 << 16),
+      order(new std::uint8_t[std::size_t(boardValueSets) * valueClassCount]),
+      strength(new Strength[std::size_t(boardValueSets) * valueClassCount]),
+      ranked(new std::atomic<bool>[boardValueSets]) {
+    for (int set = 0; set < boardValueSets; ++set)
+        ranked[set].store(false, std::memory_order_relaxed);
     for (int high = 0; high < 13; ++high) {
         for (int low = 0; low <= high; ++low) {
             highValue[valueClassOf(high, low)] = static_cast<std::uint8_t>(high);
             lowValue[valueClassOf(high, low)] = static_cast<std::uint8_t>(low);
         }
     }
-    // One card of each value, suit d: its key is the value's base-5 digit.
-    std::uint64_t digit[13];
-    for (int value = 0; value < 13; ++value)
-        digit[value] = t.cardKey[value] & 0xFFFFFFFFull;
-
-    std::vector<bool> seen(boardValueSets, false);
-    int counts[13] = {};
-    // Every multiset of five values: v0 <= v1 <= ... <= v4.
-    int v[5];
-    for (v[0] = 0; v[0] < 13; ++v[0])
-        for (v[1] = v[0]; v[1] < 13; ++v[1])
-            for (v[2] = v[1]; v[2] < 13; ++v[2])
-                for (v[3] = v[2]; v[3] < 13; ++v[3])
-                    for (v[4] = v[3]; v[4] < 13; ++v[4]) {
-                        std::fill(counts, counts + 13, 0);
-                        std::uint64_t key = 0;
-                        bool possible = true;
-                        for (int value : v) {
-                            possible = possible && ++counts[value] <= 4;
-                            key += digit[value];
-                        }
-                        if (!possible)
-                            continue;
-                        const int set = boardValueSet(t, key);
-                        if (set < 0 || set >= boardValueSets || seen[set])
-                            throw std::logic_error("Board value sets are not numbered densely.");
-                        seen[set] = true;
-                        std::pair<Strength, std::uint8_t> ranked[valueClassCount];
-                        for (int k = 0; k < valueClassCount; ++k) {
-                            const int a = highValue[k];
-                            const int b = lowValue[k];
-                            Strength s = 0;
-                            if (counts[a] + 1 + (a == b) <= 4 && counts[b] + 1 <= 4) {
-                                const std::uint64_t seven = key + digit[a] + digit[b];
-                                s = t.nonFlush[t.highBase[2][(seven >> 17) & 0x3FFF] +
-                                               t.lowIndex[seven & 0x1FFFF]];
-                            }
-                            ranked[k] = {s, static_cast<std::uint8_t>(k)};
-                        }
-                        std::sort(ranked, ranked + valueClassCount);
-                        for (int i = 0; i < valueClassCount; ++i) {
-                            order[std::size_t(set) * valueClassCount + i] = ranked[i].second;
-                            strength[std::size_t(set) * valueClassCount + i] = ranked[i].first;
-                        }
-                    }
-
-    for (unsigned grid = 0; grid < (1u << 16); ++grid) {
-        std::uint32_t rows = 0;
-        std::uint32_t columns = 0;
-        for (int bit = 0; bit < 16; ++bit) {
-            if (grid & (1u << bit)) {
-                rows += 1u << (8 * (bit / 4));
-                columns += 1u << (8 * (bit % 4));
-            }
-        }
-        rowCounts[grid] = rows;
-        columnCounts[grid] = columns;
+    // Each grid adds its lowest hand to the grid without it.
+    rowCounts[0] = 0;
+    columnCounts[0] = 0;
+    for (unsigned grid = 1; grid < (1u << 16); ++grid) {
+        const int bit = lowestBit64(grid);
+        rowCounts[grid] = rowCounts[grid & (grid - 1)] + (1u << (8 * (bit / 4)));
+        columnCounts[grid] = columnCounts[grid & (grid - 1)] + (1u << (8 * (bit % 4)));
     }
     for (unsigned suits = 0; suits < 16; ++suits) {
         rowsOfSuits[suits] = 0;
@@ -85,6 +45,60 @@ ValueClassTables::ValueClassTables()
             }
         }
     }
+}
+
+void ValueClassTables::rankValueSet(int set, std::uint64_t boardKey) const {
+    const std::lock_guard<std::mutex> lock(ranking);
+    if (ranked[set].load(std::memory_order_relaxed))
+        return;
+    const RankTables& t = rankTables();
+    // The board's values from the two base-5 numbers of its key.
+    const std::uint64_t key = boardKey & 0xFFFFFFFFull;
+    int counts[13];
+    std::uint32_t low = std::uint32_t(key & 0x1FFFF);
+    std::uint32_t high = std::uint32_t((key >> 17) & 0x3FFF);
+    for (int value = 0; value < 7; ++value, low /= 5)
+        counts[value] = int(low % 5);
+    for (int value = 7; value < 13; ++value, high /= 5)
+        counts[value] = int(high % 5);
+
+    std::pair<Strength, std::uint8_t> classes[valueClassCount];
+    for (int k = 0; k < valueClassCount; ++k) {
+        const int a = highValue[k];
+        const int b = lowValue[k];
+        Strength s = 0;
+        if (counts[a] + 1 + (a == b) <= 4 && counts[b] + 1 <= 4) {
+            const std::uint64_t seven = key + digitOf(t, a) + digitOf(t, b);
+            s = t.nonFlush[t.highBase[2][(seven >> 17) & 0x3FFF] + t.lowIndex[seven & 0x1FFFF]];
+        }
+        classes[k] = {s, static_cast<std::uint8_t>(k)};
+    }
+    std::sort(classes, classes + valueClassCount);
+    std::uint8_t* setOrder = order.get() + std::size_t(set) * valueClassCount;
+    Strength* setStrength = strength.get() + std::size_t(set) * valueClassCount;
+    for (int i = 0; i < valueClassCount; ++i) {
+        setOrder[i] = classes[i].second;
+        setStrength[i] = classes[i].first;
+    }
+    ranked[set].store(true, std::memory_order_release);
+}
+
+void ValueClassTables::rankAllValueSets() const {
+    const RankTables& t = rankTables();
+    // Every multiset of five values: v0 <= v1 <= ... <= v4, at most four of a value.
+    int v[5];
+    for (v[0] = 0; v[0] < 13; ++v[0])
+        for (v[1] = v[0]; v[1] < 13; ++v[1])
+            for (v[2] = v[1]; v[2] < 13; ++v[2])
+                for (v[3] = v[2]; v[3] < 13; ++v[3])
+                    for (v[4] = v[3]; v[4] < 13; ++v[4]) {
+                        if (v[0] == v[4])
+                            continue;
+                        std::uint64_t key = 0;
+                        for (int value : v)
+                            key += digitOf(t, value);
+                        orderOf(boardValueSet(t, key), key);
+                    }
 }
 
 const ValueClassTables& valueClassTables() {

@@ -2,13 +2,13 @@
 //
 //   qve-preflop-generator OUTPUT [THREADS]
 //
-// For every matchup class of PreflopMatchupIndex (in class order) it enumerates all
+// For every matchup class of PreflopMatchupNumbering (in class order) it enumerates all
 // 1,712,304 boards of five of the 48 cards left and counts the boards won by the class's
 // first hand and the boards tied. OUTPUT gets one line "wins,ties," per class: a C++
 // initializer list that src/PreflopTable.cpp includes. The run is deterministic; the
 // output is checked in as evaluator/data/PreflopMatchups.inc.
 
-#include "PreflopMatchupIndex.h"
+#include "PreflopMatchupNumbering.h"
 #include "RankTables.h"
 #include "SuitSymmetry.h"
 
@@ -76,7 +76,7 @@ int main(int argc, char** argv) {
     const int threads = argc > 2 ? std::max(1, std::atoi(argv[2])) : 2;
     const auto started = std::chrono::steady_clock::now();
     const RankTables& tables = rankTables();
-    const PreflopMatchupIndex index;
+    const PreflopMatchupNumbering index;
     const int classes = index.classCount();
     std::vector<Counts> results(classes);
     std::atomic<int> next{0};

@@ -1,5 +1,6 @@
 // quorvane-eval equity as players run it: output and exit codes.
 
+#include "JsonValue.h"
 #include "support/EvalProcess.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +9,9 @@
 
 namespace {
 
-EvalRun runEval(const std::string& arguments) { return runQuorvaneEval(arguments); }
+EvalRun runEval(const std::string& arguments) {
+    return runQuorvaneEval(arguments);
+}
 
 bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
@@ -83,4 +86,115 @@ TEST(EquityCommand, BadUsageFails) {
     run = runEval("equity AA KK --board");
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_TRUE(contains(run.output, "'--board'")) << run.output;
+}
+
+TEST(EquityCommand, JsonCarriesTheExactCountersEquitiesAndTime) {
+    const EvalRun run = runEval("equity AhAs KdKc --json");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    const JsonValue answer = JsonValue::parse(run.output);
+    EXPECT_EQ(answer["command"].text, "equity");
+    EXPECT_EQ(answer["range1"].text, "AhAs");
+    EXPECT_EQ(answer["range2"].text, "KdKc");
+    EXPECT_EQ(answer["board"].text, "");
+    EXPECT_EQ(answer["wins1"].text, "1388072");
+    EXPECT_EQ(answer["wins2"].text, "317694");
+    EXPECT_EQ(answer["ties"].text, "6538");
+    EXPECT_EQ(answer["total"].text, "1712304");
+    EXPECT_DOUBLE_EQ(answer["equity1"].doubleValue(), (1388072 + 6538 * 0.5) / 1712304);
+    EXPECT_DOUBLE_EQ(answer["equity2"].doubleValue(), (317694 + 6538 * 0.5) / 1712304);
+    EXPECT_GE(answer["time_ms"].doubleValue(), 0.0);
+    EXPECT_FALSE(answer.has("hands"));
+    // One object on one line.
+    EXPECT_EQ(run.output.find('\n'), run.output.size() - 1);
+}
+
+TEST(EquityCommand, JsonByHandAndFailures) {
+    const EvalRun byHand = runEval("equity AA,KhKd QQ --board 2c3d4h8s9c --by-hand --json");
+    EXPECT_EQ(byHand.exitCode, 0) << byHand.output;
+    const JsonValue answer = JsonValue::parse(byHand.output);
+    ASSERT_EQ(answer["hands"].items.size(), 7u);
+    // In ascending order of the hands' card masks: the kings first.
+    EXPECT_EQ(answer["hands"].items[0]["hand"].text, "KdKh");
+    EXPECT_EQ(answer["hands"].items[1]["hand"].text, "AdAh");
+    EXPECT_EQ(answer["hands"].items[1]["wins"].text, "6");
+    EXPECT_EQ(answer["hands"].items[1]["losses"].text, "0");
+    EXPECT_EQ(answer["hands"].items[1]["total"].text, "6");
+    EXPECT_DOUBLE_EQ(answer["hands"].items[1]["equity"].doubleValue(), 1.0);
+    EXPECT_EQ(answer["total"].text, "42");
+
+    const EvalRun none = runEval("equity AhAs AhKd --json");
+    EXPECT_EQ(none.exitCode, 0);
+    EXPECT_EQ(JsonValue::parse(none.output)["equity1"].kind, JsonValue::Kind::Null);
+
+    const EvalRun bad = runEval("equity AA,KQx KK --json");
+    EXPECT_EQ(bad.exitCode, 1);
+    const JsonValue error = JsonValue::parse(bad.output);
+    EXPECT_EQ(error["command"].text, "equity");
+    EXPECT_EQ(error["exit_code"].text, "1");
+    EXPECT_NE(error["error"].text.find("\"KQx\""), std::string::npos);
+    const EvalRun usage = runEval("--json equity AA");
+    EXPECT_EQ(usage.exitCode, 2);
+    const JsonValue usageError = JsonValue::parse(usage.output);
+    EXPECT_EQ(usageError["error"].text, "two ranges are needed, 1 given");
+    EXPECT_EQ(usageError["usage"].text,
+              "quorvane-eval equity RANGE1 RANGE2 [--board B] [--dead D] [--by-hand]");
+    const EvalRun unknown = runEval("equities AA KK --json");
+    EXPECT_EQ(unknown.exitCode, 2);
+    EXPECT_EQ(JsonValue::parse(unknown.output)["error"].text, "unknown command 'equities'");
+}
+
+TEST(EquityCommand, RangeAndHitsAnswerInJsonToo) {
+    const EvalRun range = runEval("range 'aks, qq, kk, 22-33, AhKd' --json");
+    EXPECT_EQ(range.exitCode, 0);
+    const JsonValue r = JsonValue::parse(range.output);
+    EXPECT_EQ(r["normal"].text, "KK,QQ,AKs,22-33,AhKd");
+    EXPECT_EQ(r["technical"].text, "22,33,QQ,KK,AKs,AhKd");
+    EXPECT_EQ(r["compact"].text, "QQ-KK,22-33,AKs,AhKd");
+    EXPECT_EQ(r["combinations"].text, "29");
+
+    const EvalRun hits = runEval("hits AA,KK,AKs --board Ks7h2d --json");
+    EXPECT_EQ(hits.exitCode, 0) << hits.output;
+    const JsonValue h = JsonValue::parse(hits.output);
+    EXPECT_EQ(h["schema"].text, "Standard");
+    EXPECT_EQ(h["combinations"].text, "12");
+    ASSERT_EQ(h["groups"].items.size(), 4u);
+    EXPECT_EQ(h["groups"].items[0]["name"].text, "Custom Sum");
+    EXPECT_TRUE(h["groups"].items[0]["custom_sum"].flag);
+    const JsonValue& made = h["groups"].items[1];
+    EXPECT_EQ(made["name"].text, "Made Hands");
+    ASSERT_EQ(made["rows"].items.size(), 2u);
+    const JsonValue& pair = made["rows"].items[1];
+    EXPECT_EQ(pair["name"].text, "Pair");
+    EXPECT_EQ(pair["combinations"].text, "9");
+    EXPECT_EQ(pair["percent"].text, "75.00 %");
+    EXPECT_EQ(pair["share"].text, "0.75");
+    ASSERT_EQ(pair["rows"].items.size(), 2u);
+    EXPECT_EQ(pair["rows"].items[1]["name"].text, "Top Pair");
+    EXPECT_EQ(pair["rows"].items[1]["rows"].items[0]["name"].text, "With Top Kicker");
+
+    const EvalRun features = runEval("hits AA,KK,AKs --board Ks7h2d --features --json");
+    const JsonValue f = JsonValue::parse(features.output);
+    EXPECT_EQ(f["features"].items.size(), 48u);
+    EXPECT_EQ(f["features"].items[7]["name"].text, "Pair");
+    EXPECT_EQ(f["features"].items[7]["bit"].text, "7");
+    EXPECT_EQ(f["features"].items[7]["combinations"].text, "9");
+}
+
+TEST(EquityCommand, HelpDocumentsEveryCommandAndJson) {
+    const EvalRun help = runEval("--help");
+    EXPECT_EQ(help.exitCode, 0);
+    for (const char* part :
+         {"usage: quorvane-eval COMMAND [ARGUMENTS] [--json]", "  batch [FILE|-]",
+          "  equity RANGE1 RANGE2 [--board B] [--dead D] [--by-hand]", "  hand FILE|-",
+          "  hits RANGE --board B [--dead D] [--schema NAME] [--absolute] [--all-rows] "
+          "[--features]",
+          "  range TEXT...", "--json (with any command", "\"time_ms\"",
+          "Exit codes:", "quorvane-eval(1)"})
+        EXPECT_TRUE(contains(help.output, part)) << part;
+    const EvalRun command = runEval("hits --help");
+    EXPECT_EQ(command.exitCode, 0);
+    EXPECT_EQ(command.output.rfind("usage: quorvane-eval hits RANGE --board B", 0), 0u);
+    const EvalRun nothing = runEval("");
+    EXPECT_EQ(nothing.exitCode, 2);
+    EXPECT_TRUE(contains(nothing.output, "usage: quorvane-eval COMMAND")) << nothing.output;
 }

@@ -1,4 +1,5 @@
 #include "CommandRegistry.h"
+#include "CommandReply.h"
 
 #include "support/TestEnvironment.h"
 
@@ -19,7 +20,7 @@ struct Result {
     std::string err;
 };
 
-Result runHand(const std::vector<std::string>& args) {
+Result runHand(const std::vector<std::string>& args, bool json = false) {
     const CommandRegistry::Command* command = CommandRegistry::instance().find("hand");
     if (!command) {
         ADD_FAILURE() << "no command \"hand\"";
@@ -28,7 +29,9 @@ Result runHand(const std::vector<std::string>& args) {
     std::ostringstream out;
     std::ostringstream err;
     Result result;
-    result.code = command->run(args, out, err);
+    CommandReply reply("hand", json, out, err);
+    result.code = command->run(args, reply);
+    reply.finish();
     result.out = out.str();
     result.err = err.str();
     return result;
@@ -150,4 +153,32 @@ TEST(HandCommand, UsageErrors) {
     std::remove(empty.c_str());
     EXPECT_EQ(blank.code, 1);
     EXPECT_EQ(blank.out, "no hand history found\n");
+}
+
+TEST(HandCommand, JsonHoldsTheSameRecord) {
+    const std::string file = temporaryFile(readableHand + "\n\nno hand at all\n");
+    const Result result = runHand({file}, true);
+    std::remove(file.c_str());
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.err, "");
+    const std::string euro = "\xE2\x82\xAC";
+    const std::string& json = result.out;
+    EXPECT_EQ(json.find('\n'), json.size() - 1) << json;
+    EXPECT_EQ(json.rfind("{\"command\":\"hand\",\"file\":", 0), 0u) << json;
+    for (const std::string& part :
+         {std::string("\"hands\":[{\"number\":1,\"first_line\":1,\"last_line\":14,"
+                      "\"read\":true,\"hero\":\"Ann\",\"hole_cards\":\"AsKd\",\"currency\":\"") +
+              euro + "\",\"small_blind\":1,\"big_blind\":2,\"board\":\"2c7d9h\"",
+          // The seat lines of this hand name no blind: the posts do.
+          std::string("\"seats\":[{\"seat\":1,\"name\":\"Ann\",\"stack\":100,\"blind\":null},{"
+                      "\"seat\":2,\"name\":\"Jos\xC3\xA9\",\"stack\":50,\"blind\":null}]"),
+          std::string("{\"street\":\"flop\",\"cards\":\"2c7d9h\",\"pot\":12,\"actions\":[{"
+                      "\"player\":\"Jos\xC3\xA9\",\"verb\":\"check\"},{\"player\":\"Ann\",\"verb\":"
+                      "\"bet\",\"amount\":8.5},"),
+          std::string(
+              "{\"player\":\"Ann\",\"verb\":\"post\",\"blind\":\"small blind\",\"amount\":1}"),
+          std::string(
+              "{\"number\":2,\"first_line\":17,\"last_line\":17,\"read\":false,\"reason\":"),
+          std::string("\"read\":1,\"total\":2,\"time_ms\":")})
+        EXPECT_NE(json.find(part), std::string::npos) << part << "\n" << json;
 }

@@ -8,7 +8,9 @@ namespace {
 
 using Result = EvalRun;
 
-Result runEval(const std::string& arguments) { return runQuorvaneEval(arguments); }
+Result runEval(const std::string& arguments) {
+    return runQuorvaneEval(arguments);
+}
 
 } // namespace
 

@@ -1,5 +1,7 @@
 #include "hitevaluation/HandFeatures.h"
 
+#include "Platform.h"
+
 #include <algorithm>
 #include <array>
 #include <stdexcept>
@@ -35,10 +37,10 @@ bool severalBits(unsigned x) {
     return (x & (x - 1)) != 0;
 }
 int highestBit(unsigned x) {
-    return 31 - __builtin_clz(x);
+    return highestBit64(x);
 }
 int lowestBit(unsigned x) {
-    return __builtin_ctz(x);
+    return lowestBit64(x);
 }
 
 unsigned laneOf(CardMask cards, int suit) {
@@ -456,8 +458,8 @@ FeatureWord handFeatures(CardMask hand, CardMask board) {
     h.boardRanks = bd | be | bs | bc;
     h.boardPairs = (bd & be) | (bs & bc) | ((bd | be) & (bs | bc));
 
-    const int card1 = __builtin_ctzll(hand);
-    const int card2 = 63 - __builtin_clzll(hand);
+    const int card1 = lowestBit64(hand);
+    const int card2 = highestBit64(hand);
     h.holeRank1 = card1 % 13;
     h.holeRank2 = card2 % 13;
     h.holeRanks = (1U << h.holeRank1) | (1U << h.holeRank2);
@@ -466,7 +468,7 @@ FeatureWord handFeatures(CardMask hand, CardMask board) {
     // Seven cards at most: one suit at most reaches five.
     h.suitCounts = suitCounts(h.all);
     const std::uint64_t fives = (h.suitCounts + 0x000B000B000B000BULL) & 0x0010001000100010ULL;
-    h.flushSuit = fives ? __builtin_ctzll(fives) / 16 : -1;
+    h.flushSuit = fives ? lowestBit64(fives) / 16 : -1;
 
     Category category = HighCard;
     FeatureWord word = madeHand(h, category);

@@ -11,6 +11,8 @@
 #include "hitevaluation/HandFeatures.h"
 #include "hitevaluation/HitInput.h"
 
+#include "Platform.h"
+
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -141,7 +143,7 @@ void getHitEvaluationForOnePlayerUsingOr(std::vector<unsigned long long> hands,
                                          unsigned int boardCardCount) {
     if (evaluations.details.empty())
         return;
-    const int cards = __builtin_popcountll(board);
+    const int cards = qve::popcount64(board);
     if (cards < 3 || cards > 5 || (board >> 52))
         throw std::invalid_argument("A board needs 3, 4 or 5 cards");
     if (static_cast<unsigned int>(cards) != boardCardCount)
@@ -150,7 +152,7 @@ void getHitEvaluationForOnePlayerUsingOr(std::vector<unsigned long long> hands,
     std::vector<CardMask> possible;
     possible.reserve(hands.size());
     for (unsigned long long hand : hands) {
-        if (__builtin_popcountll(hand) != 2 || (hand >> 52))
+        if (qve::popcount64(hand) != 2 || (hand >> 52))
             throw std::invalid_argument("A hand mask needs exactly two cards");
         if (!(hand & board))
             possible.push_back(hand);

@@ -1,12 +1,14 @@
 #include "hitevaluation/HitInput.h"
 
+#include "Platform.h"
+
 #include <stdexcept>
 
 namespace qve {
 
 CardMask boardOfText(const std::string& board) {
     const CardMask mask = cardsOfText(board);
-    const int count = __builtin_popcountll(mask);
+    const int count = qve::popcount64(mask);
     if (count < 3 || count > 5)
         throw std::invalid_argument("A board needs 3, 4 or 5 cards: '" + board + "'");
     return mask;

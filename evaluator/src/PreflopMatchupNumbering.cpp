@@ -1,11 +1,11 @@
-#include "PreflopMatchupIndex.h"
+#include "PreflopMatchupNumbering.h"
 #include "SuitSymmetry.h"
 
 #include <algorithm>
 
 namespace qve {
 
-PreflopMatchupIndex::PreflopMatchupIndex() : table(handCount * handCount, -1) {
+PreflopMatchupNumbering::PreflopMatchupNumbering() : table(handCount * handCount, -1) {
     const auto& perms = allSuitPermutations();
     std::vector<std::uint16_t> image(24 * handCount);
     std::vector<CardMask> hands(handCount);
