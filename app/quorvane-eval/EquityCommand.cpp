@@ -78,6 +78,8 @@ int run(const std::vector<std::string>& args, CommandReply& reply) {
     EquityEvaluation<unsigned long long> result;
     std::vector<WinEvaluationByHand> hands;
     try {
+        board = boardOfArgument(board);
+        dead = deadCardsOfArgument(dead);
         const std::string range1 = technicalRangeOfFreeText(ranges[0]);
         const std::string range2 = technicalRangeOfFreeText(ranges[1]);
         if (byHand) {

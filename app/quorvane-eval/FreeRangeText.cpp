@@ -1,5 +1,6 @@
 #include "FreeRangeText.h"
 
+#include "Range/CardText.h"
 #include "Range/HandRange.h"
 #include "Range/HandRangeStringManipulator.h"
 #include "Range/RangeStringOperations.h"
@@ -29,6 +30,24 @@ std::string normalRangeOfFreeText(const std::string& text) {
     std::string normal = text;
     Range::normalize(normal);
     return normal;
+}
+
+std::string boardOfArgument(const std::string& text) {
+    try {
+        Range::CardText::readCards(text, Range::CardText::Role::Board);
+    } catch (const Range::CardTextError& error) {
+        throw std::invalid_argument(error.what());
+    }
+    return Range::CardText::tidy(text);
+}
+
+std::string deadCardsOfArgument(const std::string& text) {
+    try {
+        Range::CardText::readDeadCards(text);
+    } catch (const Range::CardTextError& error) {
+        throw std::invalid_argument(error.what());
+    }
+    return Range::CardText::tidy(text);
 }
 
 std::string technicalRangeOfFreeText(const std::string& text) {

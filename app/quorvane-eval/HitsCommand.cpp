@@ -208,6 +208,8 @@ int run(const std::vector<std::string>& args, CommandReply& reply) {
     const auto started = std::chrono::steady_clock::now();
     std::string technical;
     try {
+        board = boardOfArgument(board);
+        dead = deadCardsOfArgument(dead);
         technical = technicalRangeOfFreeText(range);
         // The library checks the board and the dead cards (std::invalid_argument naming the
         // bad card) before the schema helper is asked.

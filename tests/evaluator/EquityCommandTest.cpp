@@ -67,13 +67,13 @@ TEST(EquityCommand, BadInputNamesTheTokenAndFails) {
     EXPECT_TRUE(contains(run.output, "'KQx'") || contains(run.output, "\"KQx\"")) << run.output;
     run = runEval("equity AA KK --board AhKd2x");
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_TRUE(contains(run.output, "'2x'")) << run.output;
+    EXPECT_TRUE(contains(run.output, "Unknown card \"2x\" in the board")) << run.output;
     run = runEval("equity AA KK --board AhKd2c --dead Kd");
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(contains(run.output, "'Kd'")) << run.output;
     run = runEval("equity AA KK --dead AhAh");
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_TRUE(contains(run.output, "'Ah'")) << run.output;
+    EXPECT_TRUE(contains(run.output, "The card Ah is given twice.")) << run.output;
 }
 
 TEST(EquityCommand, BadUsageFails) {
@@ -197,4 +197,31 @@ TEST(EquityCommand, HelpDocumentsEveryCommandAndJson) {
     const EvalRun nothing = runEval("");
     EXPECT_EQ(nothing.exitCode, 2);
     EXPECT_TRUE(contains(nothing.output, "usage: quorvane-eval COMMAND")) << nothing.output;
+}
+
+TEST(EquityCommand, CardsAreReadAsPlayersTypeThem) {
+    // Any case, and blanks or commas between the cards: the same board as "2c7d9h".
+    const EvalRun typed = runEval("equity AhAs KdKc --board '2C 7d, 9H' --dead ' 3s'");
+    const EvalRun canonical = runEval("equity AhAs KdKc --board 2c7d9h --dead 3s");
+    EXPECT_EQ(typed.exitCode, 0) << typed.output;
+    const auto countersOf = [](const std::string& output) {
+        return output.substr(0, output.find("time "));
+    };
+    EXPECT_EQ(countersOf(typed.output), countersOf(canonical.output));
+    const EvalRun bad = runEval("equity AhAs KdKc --board 2c7d9z");
+    EXPECT_EQ(bad.exitCode, 1);
+    EXPECT_TRUE(contains(bad.output,
+                         "Unknown card \"9z\" in the board: a card is a rank and a suit, like Ah."))
+        << bad.output;
+    const EvalRun twice = runEval("equity AhAs KdKc --board 2c7d9h --dead 9H");
+    EXPECT_EQ(twice.exitCode, 1);
+    EXPECT_TRUE(contains(twice.output, "9h")) << twice.output;
+}
+
+TEST(EquityCommand, OneCardTwiceIsABadTokenNamedLikeAnyOther) {
+    for (const char* command : {"equity AhAh KK", "range AhAh", "hits AhAh --board Kd7c2s"}) {
+        const EvalRun run = runEval(command);
+        EXPECT_EQ(run.exitCode, 1) << command << ": " << run.output;
+        EXPECT_TRUE(contains(run.output, "\"AhAh\"")) << command << ": " << run.output;
+    }
 }
