@@ -10,6 +10,7 @@
 #include <rapidxml/rapidxml.hpp>
 #include <rapidxml/rapidxml_print.hpp>
 
+#include <algorithm>
 #include <cstring>
 #include <istream>
 #include <iterator>
@@ -244,40 +245,40 @@ void requireStream(const std::istream& stream) {
 } // namespace
 
 void write(std::ostream& stream, const Tree& tree, unsigned int index) {
+    if (index != noNode) {
+        tree.node(index);
+        writeNodes(stream, tree, {index});
+    } else {
+        writeNodes(stream, tree, tree.topLevelNodes());
+    }
+}
+
+void writeNodes(std::ostream& stream, const Tree& tree, const std::vector<unsigned int>& nodes) {
     Document document;
     XmlNode* root = document.allocate_node(rapidxml::node_element, "QuorvaneTree");
     addAttribute(document, root, "version", Version::fileText());
     document.append_node(root);
 
-    std::vector<XmlNode*> elements;
-    elements.reserve(tree.count());
-    for (unsigned int i = 0; i < tree.count(); ++i)
-        elements.push_back(elementOf(document, *tree.node(i)));
-
-    // Breadth first from the starting nodes; each node's element goes into the element of
-    // the node that listed it. `attached` keeps an element from being attached twice when
-    // parent links are inconsistent.
+    // Breadth first from the starting nodes; each node's element, made when it is reached
+    // (only the nodes written cost their range text), goes into the element of the node
+    // that listed it. An element is attached once even when parent links are inconsistent.
     struct Entry {
         unsigned int index;
         XmlNode* into;
     };
     std::vector<Entry> work;
-    if (index != noNode) {
-        tree.node(index);
-        work.push_back({index, root});
-    } else {
-        for (unsigned int top : tree.topLevelNodes())
-            work.push_back({top, root});
-    }
+    for (unsigned int top : nodes)
+        work.push_back({top, root});
     std::vector<bool> attached(tree.count(), false);
     for (std::size_t next = 0; next < work.size(); ++next) {
         const Entry entry = work[next];
         if (entry.index >= tree.count() || attached[entry.index])
             continue;
         attached[entry.index] = true;
-        entry.into->append_node(elements[entry.index]);
+        XmlNode* element = elementOf(document, *tree.node(entry.index));
+        entry.into->append_node(element);
         for (unsigned int child : tree.node(entry.index)->children)
-            work.push_back({child, elements[entry.index]});
+            work.push_back({child, element});
     }
     rapidxml::print(std::ostream_iterator<char>(stream), document, 0);
 }
@@ -318,6 +319,28 @@ void readOver(std::istream& stream, Tree& tree, unsigned int index) {
         HandRangeStringManipulator(range->handRange).setFree(description.text);
     }
     addChildren(tree, element, index);
+}
+
+std::vector<std::pair<std::string, std::string>> rangeTexts(std::istream& stream) {
+    const ParsedStream parsed(stream);
+    std::vector<std::pair<std::string, std::string>> texts;
+    std::vector<const XmlNode*> work = parsed.topLevelElements();
+    // Depth first in document order: the work list is a stack, children pushed last first.
+    std::reverse(work.begin(), work.end());
+    while (!work.empty()) {
+        const XmlNode* element = work.back();
+        work.pop_back();
+        const NodeDescription description = describe(element);
+        if (!description.isFolder)
+            texts.emplace_back(description.name, description.text);
+        std::vector<const XmlNode*> children;
+        for (const XmlNode* child = element->first_node(); child != nullptr;
+             child = child->next_sibling())
+            if (isElement(child))
+                children.push_back(child);
+        work.insert(work.end(), children.rbegin(), children.rend());
+    }
+    return texts;
 }
 
 void readOldStream(std::istream& stream, Tree& tree) {

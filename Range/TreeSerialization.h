@@ -1,6 +1,9 @@
 #pragma once
 
 #include <iosfwd>
+#include <string>
+#include <utility>
+#include <vector>
 
 // The range tree file: XML printed and parsed with RapidXML, used for exported files
 // (.qvt), the hand selection settings, and text mementos for undo and drag and drop.
@@ -35,6 +38,9 @@ namespace TreeSerialization {
 
 // Prints the node `index` with its descendants, or all nodes for 0xFFFFFFFF.
 void write(std::ostream& stream, const Tree& tree, unsigned int index = 0xFFFFFFFF);
+// Prints the listed nodes, each with its descendants, as the top-level elements in list order
+// (the children of a folder that stands for the whole file, say).
+void writeNodes(std::ostream& stream, const Tree& tree, const std::vector<unsigned int>& nodes);
 // Adds every top-level element of the stream to the tree at top level.
 void readAll(std::istream& stream, Tree& tree);
 // Adds every top-level element below the node `index`, the first at `position` among its
@@ -44,6 +50,10 @@ void readInto(std::istream& stream, Tree& tree, unsigned int index, unsigned int
 // its name, colour and text, keeping its exclusive flag and insert mode) and adds that
 // element's children below it.
 void readOver(std::istream& stream, Tree& tree, unsigned int index);
+// The `name` and `text` attributes of every element that is no folder, in document order,
+// so that an import can look at the texts before it changes a tree. Throws what reading
+// throws.
+std::vector<std::pair<std::string, std::string>> rangeTexts(std::istream& stream);
 
 // The stream form of a player's tree in analysis files of earlier versions: the whole
 // range's technical text, a zero byte, the number N of groups as text and one separator

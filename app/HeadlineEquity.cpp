@@ -5,6 +5,7 @@
 #include "calculation/ThreadPool.h"
 #include "utils/ui/EquityColor.h"
 #include "utils/ui/HintTooltip.h"
+#include "utils/ui/PlayerColor.h"
 
 #include <QLabel>
 #include <QMovie>
@@ -15,6 +16,12 @@ namespace {
 const char* const hintText = "<b>Did you know</b><p align=\"justify\">You can calculate the "
                              "equity permanently witout clicking on any buttons.</p>";
 
+const char* const playerProperty = "equityOfPlayer";
+
+QString whose(int player) {
+    return QStringLiteral("Player %1's equity").arg(player);
+}
+
 } // namespace
 
 HeadlineEquity::HeadlineEquity(ThreadPool& pool, QLabel* player1, QLabel* player2, QWidget* window)
@@ -22,6 +29,20 @@ HeadlineEquity::HeadlineEquity(ThreadPool& pool, QLabel* player1, QLabel* player
       loadingMovie(new QMovie(QStringLiteral(":/loading.gif"), QByteArray(), this)) {
     player1Wins->setTextFormat(Qt::RichText);
     player2Wins->setTextFormat(Qt::RichText);
+    for (int player : {1, 2}) {
+        QLabel* label = player == 1 ? player1Wins : player2Wins;
+        label->setProperty(playerProperty, player);
+        label->setAccessibleName(whose(player));
+        setStyle(label, QString());
+    }
+}
+
+int HeadlineEquity::playerOf(const QLabel* label) {
+    return label->property(playerProperty).toInt();
+}
+
+void HeadlineEquity::setStyle(QLabel* label, const QString& more) {
+    label->setStyleSheet(PlayerColor::markerStyle(playerOf(label)) + more);
 }
 
 void HeadlineEquity::calculate(const AnalysisInputs& inputs) {
@@ -75,7 +96,7 @@ void HeadlineEquity::cancel() {
 void HeadlineEquity::clear() {
     for (QLabel* label : {player1Wins, player2Wins}) {
         label->clear();
-        label->setStyleSheet(QString());
+        setStyle(label, QString());
         label->setToolTip(QString());
     }
 }
@@ -87,7 +108,8 @@ void HeadlineEquity::show(QLabel* label, double wins, double otherWins, double t
     label->adjustSize();
     // The losses are halved like the ties: the three figures do not add up to 100, as they
     // never did.
-    label->setToolTip(QStringLiteral("<table border=\"0\"><tr><td><b>Wins:</b></td><td>") +
+    label->setToolTip(QStringLiteral("<b>") + whose(playerOf(label)) + QStringLiteral("</b>") +
+                      QStringLiteral("<table border=\"0\"><tr><td><b>Wins:</b></td><td>") +
                       QString::number(wins / total * 100.0) + QStringLiteral(" %</td></tr>") +
                       QStringLiteral("<tr><td><b>Ties:</b></td><td>") +
                       QString::number(ties * 0.5 / total * 100.0) +
@@ -95,14 +117,14 @@ void HeadlineEquity::show(QLabel* label, double wins, double otherWins, double t
                       QString::number(otherWins * 0.5 / total * 100.0) +
                       QStringLiteral("% </td></tr></table>"));
     const QColor color = colorForEquity(static_cast<float>(equity / 100.0));
-    label->setStyleSheet(
-        QStringLiteral("background-color:rgb(%1,%2,0);").arg(color.red()).arg(color.green()));
+    setStyle(label,
+             QStringLiteral("background-color:rgb(%1,%2,0);").arg(color.red()).arg(color.green()));
 }
 
 void HeadlineEquity::showUnavailable(const QString& reason) {
     for (QLabel* label : {player1Wins, player2Wins}) {
         label->setText(QStringLiteral("&ndash;"));
-        label->setStyleSheet(QString());
+        setStyle(label, QString());
         label->setToolTip(reason);
     }
 }

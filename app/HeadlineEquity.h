@@ -17,8 +17,11 @@ class ThreadPool;
 // calculate() cancels the calculation before and starts a new one on the inputs; publish()
 // shows a result only when its handle is the one held, so a late result of a replaced
 // calculation never reaches the labels. Each label then shows its player's equity with two
-// decimals, a tool tip of wins, ties and losses, and the traffic light colour; while a
-// calculation runs both show the loading movie.
+// decimals, a tool tip naming the player above its wins, ties and losses, and the traffic
+// light colour; while a calculation runs both show the loading movie. Whose equity a label
+// shows never depends on its place alone: each has the accessible name "Player 1's equity"
+// (or 2) and carries its player's colour as a thin marker on its left edge, the same as the
+// player's range line, in every state.
 //
 // The labels are the window's; the pool must outlive this object.
 class HeadlineEquity : public QObject {
@@ -44,6 +47,9 @@ public:
 private:
     void show(QLabel* label, double wins, double otherWins, double ties, double total);
     void showUnavailable(const QString& reason);
+    // The label's style sheet: the player's marker, then `more`.
+    static void setStyle(QLabel* label, const QString& more);
+    static int playerOf(const QLabel* label);
 
     ThreadPool& threadPool;
     QLabel* player1Wins;

@@ -1,6 +1,7 @@
 #include "app/MainWindowSettings.h"
 
 #include "ui_Quorvane.h"
+#include "utils/ui/EvaluationTabOptions.h"
 
 #include <QMainWindow>
 #include <QSettings>
@@ -55,6 +56,10 @@ void MainWindowSettings::load(QSettings& settings, QMainWindow& window, Ui::Quor
         }
         ui.calculateEquityPermanently->setChecked(
             ui.actionCalculate_Equity_Permanently->isChecked());
+        // The option as the board tabs read it, so that the menu shows what they do.
+        const QSignalBlocker blocker(ui.action_Hide_Empty_Lines_in_Board_Hits_Tabs);
+        ui.action_Hide_Empty_Lines_in_Board_Hits_Tabs->setChecked(
+            EvaluationTabOptions::hidesEmptyLines());
     }
     ui.explanatoryWidget->setVisible(ui.actionShow_Tab_Explanations->isChecked());
     settings.endGroup();

@@ -96,8 +96,13 @@ void PlayerRangeController::selectRange() {
     tree.CreateMemento(state);
     Range::Tree edited;
     edited.RestoreMemento(state);
+    const std::string against =
+        opponent != nullptr
+            ? Range::HandRangeStringReader(opponent->range().handRange(0)).compactText()
+            : std::string();
     if (!HandSelectionDialog::selectRange(edited, QStringLiteral("Select %1 Range").arg(name()),
-                                          board->getBoard(), board->getDeadCards(), pool, window))
+                                          board->getBoard(), board->getDeadCards(), pool, window,
+                                          against))
         return;
     const int shownGroup = rangeLine->currentIndex();
     edited.CreateMemento(state);

@@ -59,6 +59,8 @@ public:
     void selectCards();
     // The hand selection dialog on a copy of the player's range with its groups.
     void selectRange();
+    // The other player's row: the range dialog's equity selector rates against its range.
+    void setOpponent(const PlayerRangeController& other) { opponent = &other; }
     // Replaces the full range.
     void overwrite(const Range::HandRange& range);
     // Adds a group holding `range`; an empty name becomes "Group " and the number of groups
@@ -83,4 +85,5 @@ private:
     const BoardCardsWidget* board;
     ThreadPool* pool;
     QWidget* window;
+    const PlayerRangeController* opponent = nullptr;
 };

@@ -26,4 +26,8 @@ QString webAddress() {
     return QString::fromLatin1(builtInBaseUrl);
 }
 
+QString downloadAddress() {
+    return webAddress() + QStringLiteral("/download");
+}
+
 } // namespace ProductServer

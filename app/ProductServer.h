@@ -18,4 +18,8 @@ QUrl url(const QString& path);
 // The address shown to users in messages ("... download it at <address>").
 QString webAddress();
 
+// The page where the newest version can be downloaded, on the public address: what the
+// program names where it has no updater to start.
+QString downloadAddress();
+
 } // namespace ProductServer

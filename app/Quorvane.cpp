@@ -4,6 +4,7 @@
 #include "Range/HandRangeElementConversion.h"
 #include "app/AboutBox.h"
 #include "app/AnalysisFileCommands.h"
+#include "app/AnalysisHistory.h"
 #include "app/AnalysisTabs.h"
 #include "app/HeadlineEquity.h"
 #include "app/MainWindowSettings.h"
@@ -11,17 +12,19 @@
 #include "app/ProductServer.h"
 #include "app/ReleaseNoteDialog.h"
 #include "app/ScenarioSelector.h"
+#include "evfe/ui/EV_FE_CalculationsColorCodingDialog.h"
+#include "evfe/ui/EV_FE_CalculationsTab.h"
 #include "selection/BoardCardsWidget.h"
 #include "selection/HandRangeLine.h"
 #include "selection/ManagedHandRangeLine.h"
 #include "utils/ui/Screenshot.h"
+#include "utils/ui/TabRowFit.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QDesktopServices>
 #include <QFile>
-#include <QMessageBox>
 #include <QTextStream>
 
 Quorvane::Quorvane(QWidget* parent)
@@ -44,8 +47,13 @@ Quorvane::Quorvane(QWidget* parent)
                                                          ui->boardCardsWidget, &threadPool, this);
     player2Row = std::make_unique<PlayerRangeController>(2, analysis.range(2), ui->player2Range,
                                                          ui->boardCardsWidget, &threadPool, this);
+    player1Row->setOpponent(*player2Row);
+    player2Row->setOpponent(*player1Row);
     headline = new HeadlineEquity(threadPool, ui->player1Wins, ui->player2Wins, this);
-    files = new AnalysisFileCommands(analysis, this);
+    files = new AnalysisFileCommands(
+        analysis, [this] { return tabStateText(); }, this);
+    files->setShow([this](AnalysisContent content) { showContent(std::move(content)); });
+    history = new AnalysisHistory(analysis, *files, ui->actionUndo, ui->actionRedo, this);
     tabs = new AnalysisTabs(ui->tabWidget,
                             {ui->boardHitsTab, ui->twoPlayerBoardHitsTab, ui->winEvaluationTab},
                             threadPool, schemaPool, tickSchemaPool, this);
@@ -54,9 +62,18 @@ Quorvane::Quorvane(QWidget* parent)
     for (PlayerRangeController* row : {player1Row.get(), player2Row.get()})
         connect(row, &PlayerRangeController::changedBy, this, &Quorvane::onRangeChangedBy);
     connect(&analysis, &AnalysisDocument::titleChanged, this, &QWidget::setWindowTitle);
+    // The EV/FE tab edits the lines of the scenario shown, which a change of the list may move.
+    connect(&analysis, &AnalysisDocument::scenarioListChanged, this, [this] {
+        const Scenario* shown = analysis.currentScenario();
+        ui->EV_FE_calculationsTab->setLines(shown != nullptr ? shown->lines.get() : nullptr);
+    });
 
     // 4. The board and table tabs get the pools on every switch to them
-    //    (reactToSwitchedTab); the explanation shows the current tab's whatsThis.
+    //    (reactToSwitchedTab), the training tab gets it once here; the explanation shows the
+    //    current tab's whatsThis.
+    ui->equityTrainingTab->setThreadPool(&threadPool);
+    ui->EV_FE_calculationsTab->setUp(&threadPool, &analysis.range(1), &analysis.range(2),
+                                     ui->explanatoryText, ui->actionShow_Plot_Explanation);
     ui->explanatoryText->setHtml(ui->tabWidget->currentWidget()->whatsThis());
 
     // 5. Connections 1 to 8, in this order: slots of one signal run in connection order.
@@ -90,13 +107,21 @@ Quorvane::Quorvane(QWidget* parent)
     tabsReady = true;
     reactToSwitchedTab();
     MainWindowSettings::load(settings, *this, *ui);
+    // The tabs ask for the room of the page shown; on narrow screens the explanations step
+    // aside for them.
+    new TabRowFit(ui->centralScrollArea, ui->thirdRowWidget, ui->tabWidget, ui->explanatoryWidget,
+                  ui->actionShow_Tab_Explanations, this);
 
     // 7. Keys, title, undo state, and the first memento.
     tabs->setUpFunctionKeys();
     analysis.markSaved(analysis.fileName());
     updateTitle();
-    // 9. (the EV/FE tab's change signals join here.)
-    updateUndoActions();
+    // 9.
+    connect(ui->EV_FE_calculationsTab, &EV_FE_CalculationsTab::SomeThingChanged, this,
+            &Quorvane::onSomethingChangedRelevantForFile);
+    connect(ui->EV_FE_calculationsTab, &EV_FE_CalculationsTab::SomeThingMementoRelevantChanged,
+            this, &Quorvane::onMementoRelevantChange);
+    history->updateActions();
     onMementoRelevantChange("");
 }
 
@@ -169,6 +194,8 @@ void Quorvane::wireActions() {
         {ui->action_New, &Quorvane::onNew},
         {ui->actionOpen_Analysis, &Quorvane::onOpenAnalysis},
         {ui->actionImportHandHistory, &Quorvane::onImportHandHistory},
+        {ui->actionOnly_Board_and_Hero_s_Hand, &Quorvane::onImportBoardAndHeroOnly},
+        {ui->actionImport_From_HEM_PT_Tourney_Hand_History, &Quorvane::onImportTourneyHandHistory},
         {ui->actionSave_All_Scenarios, &Quorvane::onSaveAnalysis},
         {ui->actionSave_All_Scenarios_As, &Quorvane::onSaveAnalysisAs},
         {ui->actionTake_Screenshot, &Quorvane::onTakeScreenshot},
@@ -191,13 +218,6 @@ void Quorvane::wireActions() {
     connect(ui->calculateEquityPermanently, &QCheckBox::toggled, this,
             &Quorvane::reactToEquityToggle);
     connect(ui->hideExplanationButton, &QPushButton::clicked, this, &Quorvane::onHideHelpButton);
-
-    // Not offered until their parts of the program exist: the analysis file, the hand
-    // history import and the EV/FE colour coding.
-    for (QAction* waiting :
-         {ui->actionOpen_Analysis, ui->actionSave_All_Scenarios, ui->actionSave_All_Scenarios_As,
-          ui->actionImportHandHistory, ui->actionColor_Coding})
-        waiting->setEnabled(false);
 }
 
 // ---- The equity loop --------------------------------------------------------------------
@@ -324,9 +344,10 @@ void Quorvane::onScenarioSelectionChange() {
     const Scenario scenario = analysis.scenario(index);
     player1Row->restore(scenario.player1);
     player2Row->restore(scenario.player2);
-    // (The EV/FE tab gets the first group of each range and the scenario's lines here.)
+    ui->EV_FE_calculationsTab->setFullRanges(&analysis.range(1), &analysis.range(2));
     ui->boardCardsWidget->setBoard(scenario.board);
     ui->boardCardsWidget->setDeadCards(scenario.deadCards);
+    ui->EV_FE_calculationsTab->showScenario(*analysis.currentScenario());
     updateEquitiesAndTabs(false);
 }
 
@@ -351,55 +372,67 @@ void Quorvane::onNew() {
     ui->boardCardsWidget->clearAll();
     showFirstScenario();
     analysis.markSaved(QString());
-    updateTitle();
-    analysis.clearMementos();
-    onMementoRelevantChange("");
+    history->restart();
 }
 
-// ---- Undo and the analysis file (seams) -----------------------------------------------------
+// ---- Undo and the analysis file ------------------------------------------------------------
+
+std::string Quorvane::tabStateText() const {
+    return ui->EV_FE_calculationsTab->stateText();
+}
 
 void Quorvane::onMementoRelevantChange(std::string label) {
-    // The one way into the undo list. A memento is the whole analysis as file text, so the
-    // list is kept from the day the analysis file can be written; until then no entry is
-    // made and undo and redo stay disabled.
-    if (restoring)
+    history->record(label);
+}
+
+void Quorvane::onUndo() {
+    history->undo();
+}
+
+void Quorvane::onRedo() {
+    history->redo();
+}
+
+void Quorvane::showContent(AnalysisContent content) {
+    const int count = static_cast<int>(content.scenarios.size());
+    const int selected = content.selectedScenario;
+    analysis.replaceScenarios(std::move(content.scenarios), 0);
+    refreshScenarioList();
+    onScenarioSelectionChange();
+    // Not blocked: a changed index shows that scenario (restoring keeps it out of the list).
+    if (selected < 0 || selected >= count) {
+        ui->scenarios->setCurrentIndex(count - 1);
         return;
-    Q_UNUSED(label);
-    updateUndoActions();
+    }
+    ui->scenarios->setCurrentIndex(selected);
+    ui->EV_FE_calculationsTab->restoreState(content.tabState);
 }
-
-void Quorvane::updateUndoActions() {
-    ui->actionUndo->setEnabled(analysis.canUndo());
-    ui->actionRedo->setEnabled(analysis.canRedo());
-    ui->actionUndo->setText(
-        QStringLiteral("Undo %1").arg(QString::fromStdString(analysis.undoLabel())));
-    ui->actionRedo->setText(
-        QStringLiteral("Redo %1").arg(QString::fromStdString(analysis.redoLabel())));
-}
-
-void Quorvane::onUndo() {}
-
-void Quorvane::onRedo() {}
 
 void Quorvane::onOpenAnalysis() {
-    if (!askToSave())
-        return;
+    files->openChosen();
 }
 
+bool Quorvane::openAnalysisFile(const QString& path) {
+    return files->openFile(path);
+}
+
+bool Quorvane::offerRecovery() {
+    return files->restoreRecovered();
+}
+
+// Save and Save As are one flow, the file commands' save: an empty name asks for one.
 void Quorvane::onSaveAnalysis() {
-    saveAnalysisTo(analysis.fileName());
+    files->save(analysis.fileName());
 }
 
 void Quorvane::onSaveAnalysisAs() {
-    saveAnalysisTo(QString());
+    files->save(QString());
 }
 
-void Quorvane::saveAnalysisTo(const QString& name) {
-    if (files->save(name))
-        updateTitle();
+void Quorvane::importHandHistory(HandHistoryImport::Mode mode) {
+    if (const std::optional<Scenario> scenario = HandHistoryImport(this).run(mode))
+        updateScenariosAndSelectSpecificOne(analysis.appendScenario(*scenario));
 }
-
-void Quorvane::onImportHandHistory() {}
 
 bool Quorvane::askToSave() {
     return files->askToSave();
@@ -413,6 +446,7 @@ void Quorvane::closeEvent(QCloseEvent* event) {
     MainWindowSettings::save(settings, *this, *ui);
     schemaPool.save();
     tickSchemaPool.save();
+    files->endCleanly();
     event->accept();
 }
 
@@ -426,7 +460,7 @@ void Quorvane::onHideEmptyRowsInBoardHitsTabs(bool checked) {
 
 void Quorvane::onEV_FE_ShowEVOfSingleReactions(bool checked) {
     settings.setValue(QStringLiteral("optionmenu/EV_FE_ShowEVOfSingleReactions"), checked);
-    // (The EV/FE tab refreshes here once it exists.)
+    ui->EV_FE_calculationsTab->DoRefresh();
 }
 
 void Quorvane::onShowHintTooltipsToggled(bool checked) {
@@ -434,7 +468,9 @@ void Quorvane::onShowHintTooltipsToggled(bool checked) {
 }
 
 void Quorvane::onEV_FE_ColorCodingOptions() {
-    // The EV/FE colour coding dialog runs here, modally, once it exists.
+    EV_FE_CalculationsColorCodingDialog dialog(this);
+    if (dialog.exec() == QDialog::Accepted)
+        ui->EV_FE_calculationsTab->DoRefresh();
 }
 
 void Quorvane::onTabHelpToggled(bool checked) {
@@ -451,8 +487,7 @@ void Quorvane::onOnlineHelp() {
 }
 
 void Quorvane::onShowReleaseNotes() {
-    ReleaseNoteDialog dialog(this);
-    dialog.exec();
+    ReleaseNoteDialog(this).exec();
 }
 
 void Quorvane::showAbout() {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "Range/HandRange.h"
 #include "app/PlayerRangeController.h"
 #include "app/document/AnalysisDocument.h"
 #include "calculation/EquityCalculationHandle.h"
 #include "calculation/ThreadPool.h"
+#include "handhistory/ui/HandHistoryImport.h"
 #include "handstrength/HandGroupSchemaPool.h"
 #include "handstrength/HandGroupTickSchemaPool.h"
 
@@ -19,6 +21,7 @@
 #include <vector>
 
 class AnalysisFileCommands;
+class AnalysisHistory;
 class AnalysisTabs;
 class HeadlineEquity;
 class ScenarioSelector;
@@ -61,9 +64,16 @@ public:
     bool isSaved() const { return analysis.isSaved(); }
     QMovie* equityMovie() const;
     Ui::QuorvaneClass* form() const { return ui; }
+    AnalysisFileCommands& fileCommands() { return *files; }
 
     // Asks "Save File?" when there are unsaved changes. False means cancelled.
     bool askToSave();
+    // Opens the analysis file `path` as File > Open does after its dialog: asks to save
+    // first, tells the user when the file cannot be read. True when it is shown.
+    bool openAnalysisFile(const QString& path);
+    // At start-up: offers the analysis an earlier run left unsaved when it ended without
+    // closing. True when it was restored.
+    bool offerRecovery();
 
 signals:
     // Connected to updateEquitiesAndTabs and onSomethingChangedRelevantForFile; nothing
@@ -78,7 +88,12 @@ public slots:
     void reactToSwitchedTab();
     void onNew();
     void onHideEmptyRowsInBoardHitsTabs(bool checked);
-    void onImportHandHistory();
+    // The three imports of a played hand; the choice of what is imported is the entry's.
+    void onImportHandHistory() { importHandHistory(HandHistoryImport::Mode::Lines); }
+    void onImportBoardAndHeroOnly() {
+        importHandHistory(HandHistoryImport::Mode::BoardAndHeroOnly);
+    }
+    void onImportTourneyHandHistory() { importHandHistory(HandHistoryImport::Mode::TourneyLines); }
     void onTakeScreenshot();
     void onOpenAnalysis();
     void onSaveAnalysis();
@@ -126,13 +141,17 @@ private:
     void calculateEquity();
 
     void updateTitle();
-    void updateUndoActions();
     void refreshScenarioList();
     void showFirstScenario();
 
     // The common end of every range change that does not come from typing.
     void onRangeChangedBy(const std::string& label);
-    void saveAnalysisTo(const QString& name);
+    // Appends the imported scenario, if any, and shows it.
+    void importHandHistory(HandHistoryImport::Mode mode);
+    std::string tabStateText() const;
+    // Puts what a file or a snapshot holds into the window: its scenarios, the one it had
+    // selected, and (with a selection) the EV/FE page's state.
+    void showContent(AnalysisContent content);
 
     struct PlayerWiring;
     std::vector<PlayerWiring> playerWiring() const;
@@ -140,7 +159,6 @@ private:
     void wireRangeLines();
     void wireActions();
 
-    bool restoring = false;
     Ui::QuorvaneClass* ui;
     HandGroupSchemaPool schemaPool;
     HandGroupTickSchemaPool tickSchemaPool;
@@ -154,6 +172,7 @@ private:
     HeadlineEquity* headline = nullptr;
     AnalysisTabs* tabs = nullptr;
     AnalysisFileCommands* files = nullptr;
+    AnalysisHistory* history = nullptr;
     ScenarioSelector* scenarioBar = nullptr;
     QSettings settings;
     bool tabsReady = false;

@@ -4,7 +4,11 @@
 
 #include "app/ProductServer.h"
 
+#include <QFile>
+#include <QNetworkReply>
+#include <QNetworkRequest>
 #include <QPainter>
+#include <QTimer>
 #include <QUrl>
 #include <QWebView>
 
@@ -13,16 +17,18 @@ ReleaseNoteDialog::ReleaseNoteDialog(QWidget* parent)
     ui->setupUi(this);
     setWindowFlags(windowFlags() & ~Qt::WindowContextHelpButtonHint);
     ui->webView->setRenderHint(QPainter::TextAntialiasing, true);
+    ui->webView->setHtml(bundledNotes(), QUrl(QStringLiteral("qrc:/releasenotes/")));
 
-    // Without network the page would stay blank: say so instead.
-    connect(ui->webView, &QWebView::loadFinished, this, [this](bool loaded) {
-        if (!loaded)
-            ui->webView->setHtml(QStringLiteral(
-                "<html><body style=\"font-family: sans-serif; color: #5b6470; margin: 24px;\">"
-                "<p>The release notes could not be loaded. Please check your internet "
-                "connection.</p></body></html>"));
-    });
-    ui->webView->load(ProductServer::url(QStringLiteral("/changeLogContent.php")));
+    // The page is fetched here rather than by the web view, which would render a server's
+    // error page or a blank one as if it were the notes.
+    const QUrl page = ProductServer::url(QStringLiteral("/changeLogContent.php"));
+    QNetworkRequest request(page);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                         QNetworkRequest::NoLessSafeRedirectPolicy);
+    QNetworkReply* reply = network.get(request);
+    connect(reply, &QNetworkReply::finished, this, [this, reply] { onPageReply(reply); });
+    // A hard limit: the transfer time-out of Qt only counts time without progress.
+    QTimer::singleShot(pageTimeoutMs, Qt::PreciseTimer, reply, &QNetworkReply::abort);
 }
 
 ReleaseNoteDialog::~ReleaseNoteDialog() {
@@ -31,4 +37,24 @@ ReleaseNoteDialog::~ReleaseNoteDialog() {
 
 QWebView* ReleaseNoteDialog::webView() const {
     return ui->webView;
+}
+
+QString ReleaseNoteDialog::bundledNotes() {
+    QFile notes(QStringLiteral(":/releasenotes/release-notes.html"));
+    if (!notes.open(QIODevice::ReadOnly))
+        return QString();
+    return QString::fromUtf8(notes.readAll());
+}
+
+void ReleaseNoteDialog::onPageReply(QNetworkReply* reply) {
+    reply->deleteLater();
+    const bool loaded = reply->error() == QNetworkReply::NoError &&
+                        reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() == 200;
+    const QByteArray body = loaded ? reply->readAll() : QByteArray();
+    if (!body.trimmed().isEmpty()) {
+        ui->webView->setHtml(QString::fromUtf8(body), reply->url());
+        shown = Source::Server;
+    }
+    done = true;
+    emit settledOn(shown);
 }

@@ -3,6 +3,7 @@
 #include "ui_SplashScreen.h"
 
 #include "app/ProductServer.h"
+#include "app/StartUp.h"
 #include "quorvane/Version.h"
 
 #include <VelmaraEvaluatorBase.h>
@@ -15,6 +16,7 @@
 #include <QNetworkRequest>
 #include <QPushButton>
 #include <QSettings>
+#include <QTimer>
 #include <QWaitCondition>
 
 SplashScreen::SplashScreen(QWidget* parent)
@@ -37,8 +39,12 @@ SplashScreen::SplashScreen(QWidget* parent)
     connect(&network, &QNetworkAccessManager::finished, this,
             &SplashScreen::onNetworkReplyForVersionCheck);
     QNetworkRequest request(ProductServer::url(QStringLiteral("/Downloadables/version.php")));
-    request.setTransferTimeout(versionCheckTimeoutMs);
-    network.get(request);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                         QNetworkRequest::NoLessSafeRedirectPolicy);
+    shownFor.start();
+    QNetworkReply* reply = network.get(request);
+    // An aborted request reaches the reply handler as a failure.
+    QTimer::singleShot(versionCheckTimeoutMs, Qt::PreciseTimer, reply, &QNetworkReply::abort);
 }
 
 SplashScreen::~SplashScreen() {
@@ -53,7 +59,9 @@ void SplashScreen::onNetworkReplyForVersionCheck(QNetworkReply* reply) {
         // Garbage reads as 0, which never offers an update.
         const float serverVersion = QString::fromUtf8(reply->readLine()).toFloat();
         reply->readLine(); // a second line may follow; this flow has no use for it
-        if (serverVersion > Version::program) {
+        if (serverVersion > Version::program && !updaterAvailable()) {
+            announceUpdate();
+        } else if (serverVersion > Version::program) {
             QMessageBox box;
             box.setWindowTitle(QStringLiteral("Update available"));
             box.setText(QStringLiteral("An update is available. Press Ok to install it."));
@@ -74,20 +82,8 @@ void SplashScreen::onNetworkReplyForVersionCheck(QNetworkReply* reply) {
         return;
     }
 
-    QSettings settings(QStringLiteral("Velmara"), QStringLiteral("Quorvane"));
-    if (!settings.value(QStringLiteral("PreStarter/ignoreInternetWarning"), false).toBool()) {
-        const int answer = QMessageBox::warning(
-            nullptr, QStringLiteral("Update Check Failed"),
-            QStringLiteral("Check for updates failed. Please make sure that this software has "
-                           "sufficient permissions to access the internet. Otherwise, checks "
-                           "for updates cannot be performed. Alternatively, you can get the "
-                           "newest update by starting QuorvaneUpdater.exe or download it at ") +
-                ProductServer::webAddress() +
-                QStringLiteral("<br/><br/>Press Ignore to disable this warning in the future."),
-            QMessageBox::Ok | QMessageBox::Ignore);
-        if (answer == QMessageBox::Ignore)
-            settings.setValue(QStringLiteral("PreStarter/ignoreInternetWarning"), true);
-    }
+    // The warning waits for the main window, which is to come up without delay.
+    checkFailed = true;
     reply->deleteLater();
     setNewNonUpdateStep();
 }
@@ -97,13 +93,17 @@ void SplashScreen::setNewNonUpdateStep() {
     ui->action->adjustSize();
     QCoreApplication::processEvents();
 
-    // A fixed one-second pause on the main thread: nobody wakes the condition. The splash
-    // stays visible meanwhile, and no timer event runs.
-    QMutex mutex;
-    QWaitCondition neverSignalled;
-    mutex.lock();
-    neverSignalled.wait(&mutex, 1000);
-    mutex.unlock();
+    // A pause on the main thread until the splash has been seen for its shortest time:
+    // nobody wakes the condition. The splash stays visible meanwhile, and no timer event
+    // runs. The version request ran during the first part of that time.
+    const qint64 rest = shortestShowMs - shownFor.elapsed();
+    if (rest > 0) {
+        QMutex mutex;
+        QWaitCondition neverSignalled;
+        mutex.lock();
+        neverSignalled.wait(&mutex, static_cast<unsigned long>(rest));
+        mutex.unlock();
+    }
 
     // Must have returned before any calculation starts; nothing else calls it.
     initializeAllBoardsBeforeCalculation();

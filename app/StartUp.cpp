@@ -7,12 +7,21 @@
 #include "app/ReleaseNoteDialog.h"
 #include "quorvane/Version.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QEvent>
+#include <QFile>
+#include <QFileInfo>
+#include <QIcon>
 #include <QMessageBox>
 #include <QPixmap>
+#include <QScreen>
 #include <QSettings>
 #include <QTimer>
 #include <QUrl>
+#include <QWebFrame>
+#include <QWebPage>
+#include <QWebView>
 #include <QWidget>
 
 #include <string>
@@ -85,38 +94,168 @@ bool installCrashReporter() {
     return true;
 }
 
+QString updaterPath() {
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/QuorvaneUpdater");
+}
+
+bool updaterAvailable() {
+    const QFileInfo updater(updaterPath());
+    return updater.isFile() && updater.isExecutable();
+}
+
+namespace {
+
+QString downloadLink() {
+    const QString address = ProductServer::downloadAddress();
+    return QStringLiteral("<a href=\"%1\">%1</a>").arg(address);
+}
+
+} // namespace
+
 void launchUpdater() {
-    const QString updater =
-        QCoreApplication::applicationDirPath() + QStringLiteral("/QuorvaneUpdater");
-    if (Platform::startElevatedDetached(updater))
+    if (Platform::startElevatedDetached(updaterPath()))
         return;
     QMessageBox::critical(
-        nullptr, QStringLiteral("QuorvaneUpdater.exe not found"),
-        QStringLiteral("QuorvaneUpdater.exe could not be found. Please make sure that no files "
-                       "have been deleted or install the update manually by downloading the "
-                       "latest version at ") +
-            ProductServer::webAddress() +
-            QStringLiteral("<br/><br/>We apologize for the inconvenience!"),
+        nullptr, QStringLiteral("QuorvaneUpdater not found"),
+        QStringLiteral("QuorvaneUpdater could not be found. Please make sure that no files have "
+                       "been deleted or install the update manually by downloading the latest "
+                       "version at ") +
+            downloadLink() + QStringLiteral("<br/><br/>We apologize for the inconvenience!"),
         QMessageBox::Ok);
 }
 
-void showReleaseNotesIfNew() {
+void announceUpdate() {
+    QMessageBox box;
+    box.setWindowTitle(QStringLiteral("Update available"));
+    box.setTextFormat(Qt::RichText);
+    box.setText(QStringLiteral("An update is available. You can download it at ") + downloadLink());
+    box.setTextInteractionFlags(Qt::TextBrowserInteraction);
+    box.setWindowFlags(Qt::WindowStaysOnTopHint | Qt::MSWindowsFixedSizeDialogHint);
+    box.setStandardButtons(QMessageBox::Ok);
+    box.setIcon(QMessageBox::Information);
+    box.setWindowIcon(QIcon(QStringLiteral(":/favicon.ico")));
+    box.raise();
+    box.exec();
+}
+
+QMessageBox* warnOfFailedUpdateCheck(QWidget* window) {
+    QSettings settings(QStringLiteral("Velmara"), QStringLiteral("Quorvane"));
+    if (settings.value(QStringLiteral("PreStarter/ignoreInternetWarning"), false).toBool())
+        return nullptr;
+    auto* box = new QMessageBox(
+        QMessageBox::Warning, QStringLiteral("Update Check Failed"),
+        QStringLiteral("Check for updates failed. Please make sure that this software has "
+                       "sufficient permissions to access the internet. Otherwise, checks for "
+                       "updates cannot be performed. Alternatively, you can download the "
+                       "newest version at ") +
+            downloadLink() +
+            QStringLiteral("<br/><br/>Press Ignore to disable this warning in the future."),
+        QMessageBox::Ok | QMessageBox::Ignore, window);
+    box->setTextFormat(Qt::RichText);
+    box->setTextInteractionFlags(Qt::TextBrowserInteraction);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(box, &QMessageBox::buttonClicked, box, [box](QAbstractButton* button) {
+        if (box->standardButton(button) == QMessageBox::Ignore)
+            QSettings(QStringLiteral("Velmara"), QStringLiteral("Quorvane"))
+                .setValue(QStringLiteral("PreStarter/ignoreInternetWarning"), true);
+    });
+    box->open();
+    return box;
+}
+
+ReleaseNoteDialog* showReleaseNotesIfNew(QWidget* window) {
     QSettings settings(QStringLiteral("Velmara"), QStringLiteral("Quorvane"));
     const float shownVersion = settings.value(QStringLiteral("releaseNoteVersion"), 0).toFloat();
     if (!(Version::program > shownVersion))
-        return;
-    ReleaseNoteDialog dialog;
-    dialog.exec();
+        return nullptr;
+    auto* dialog = new ReleaseNoteDialog(window);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->show();
+    dialog->raise();
     settings.setValue(QStringLiteral("releaseNoteVersion"), Version::program);
+    return dialog;
 }
+
+namespace {
+
+// Watches the application for the first paint of a widget in `window`, then runs the action
+// from the event loop, so that the paint is on screen first; it deletes itself afterwards.
+// A window that is not drawn within fallbackMs (hidden at once, say) runs it then.
+class FirstPaintWatch : public QObject {
+public:
+    static constexpr int fallbackMs = 2000;
+
+    FirstPaintWatch(QWidget& window, std::function<void()> action)
+        : QObject(&window), window(window), action(std::move(action)) {
+        QCoreApplication::instance()->installEventFilter(this);
+        QTimer::singleShot(fallbackMs, this, [this] { fire(); });
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint) {
+            auto* widget = qobject_cast<QWidget*>(watched);
+            if (widget && widget->window() == &window)
+                fire();
+        }
+        return false;
+    }
+
+private:
+    void fire() {
+        if (!action)
+            return;
+        QCoreApplication::instance()->removeEventFilter(this);
+        QTimer::singleShot(0, &window, std::move(action));
+        action = nullptr;
+        deleteLater();
+    }
+
+    QWidget& window;
+    std::function<void()> action;
+};
+
+} // namespace
+
+void whenFirstDrawn(QWidget& window, std::function<void()> action) {
+    new FirstPaintWatch(window, std::move(action));
+}
+
+namespace {
+
+// What a visible top-level window shows, for the end-to-end tests.
+QString describeWindow(QWidget& widget) {
+    QString text =
+        QStringLiteral("[%1] %2\n")
+            .arg(QString::fromLatin1(widget.metaObject()->className()), widget.windowTitle());
+    if (auto* box = qobject_cast<QMessageBox*>(&widget))
+        text += box->text() + QLatin1Char('\n');
+    if (auto* notes = qobject_cast<ReleaseNoteDialog*>(&widget))
+        text += notes->webView()->page()->mainFrame()->toPlainText() + QLatin1Char('\n');
+    return text;
+}
+
+} // namespace
 
 void screenshotAndQuitIfAsked(QWidget& window) {
     const QString picturePath = qEnvironmentVariable("QUORVANE_SCREENSHOT_AND_QUIT");
     if (picturePath.isEmpty())
         return;
-    // Half a second lets the window map and paint, and the first events settle.
-    QTimer::singleShot(500, &window, [&window, picturePath] {
-        const bool saved = window.grab().save(picturePath, "PNG");
-        QCoreApplication::exit(saved ? 0 : 3);
+    // Half a second after the first drawing lets the first events settle.
+    whenFirstDrawn(window, [&window, picturePath] {
+        QTimer::singleShot(500, &window, [&window, picturePath] {
+            bool saved = window.grab().save(picturePath, "PNG");
+            if (QScreen* screen = window.screen())
+                saved = screen->grabWindow(0).save(picturePath + QStringLiteral(".screen.png"),
+                                                   "PNG") &&
+                        saved;
+            QString windows;
+            for (QWidget* widget : QApplication::topLevelWidgets())
+                if (widget->isVisible())
+                    windows += describeWindow(*widget);
+            QFile report(picturePath + QStringLiteral(".windows.txt"));
+            saved =
+                report.open(QIODevice::WriteOnly) && report.write(windows.toUtf8()) >= 0 && saved;
+            QCoreApplication::exit(saved ? 0 : 3);
+        });
     });
 }

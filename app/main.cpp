@@ -1,12 +1,17 @@
 #include "app/CrashReporter.h"
+#include "app/DesktopFileOpener.h"
 #include "app/Quorvane.h"
+#include "app/SingleInstance.h"
 #include "app/SplashScreen.h"
 #include "app/StartUp.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QIcon>
 #include <QMessageBox>
 #include <QTimer>
+
+#include <cstdio>
 
 // The order of start-up and shutdown. Every step below relies on the ones above it.
 int main(int argc, char* argv[]) {
@@ -14,6 +19,26 @@ int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("Velmara"));
     QCoreApplication::setApplicationName(QStringLiteral("Quorvane"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.quorvane.Quorvane"));
+
+    //    One program per user and display: a later start hands its files to the running
+    //    window and ends here, before any window of its own.
+    const QStringList files =
+        DesktopFileOpener::filesOf(QCoreApplication::arguments(), QDir::currentPath());
+    SingleInstance instance;
+    switch (instance.start(files)) {
+    case SingleInstance::Role::HandedOver:
+        return 0;
+    case SingleInstance::Role::NotTaken:
+        std::fprintf(stderr, "quorvane: %s\n", qPrintable(instance.problem()));
+        return 1;
+    case SingleInstance::Role::Alone:
+        std::fprintf(stderr, "quorvane: %s Later starts will not reach this one.\n",
+                     qPrintable(instance.problem()));
+        break;
+    case SingleInstance::Role::First:
+        break;
+    }
 
     // 2. The watch for the blocking process, from before the splash to the very end. Its
     //    first tick comes once an event loop runs (the splash's is the first).
@@ -47,13 +72,27 @@ int main(int argc, char* argv[]) {
         return 0;
     }
 
-    // 8. Release notes, once per version.
-    showReleaseNotesIfNew();
-
-    // 9. The main window.
+    // 8. The main window, then over it what the start has to say: the release notes once
+    //    per version, and the failed version check. Neither holds the window back.
     auto* window = new Quorvane;
     window->show();
+    const bool updateCheckFailed = splash.updateCheckFailed();
+    whenFirstDrawn(*window, [window, updateCheckFailed] {
+        showReleaseNotesIfNew(window);
+        if (updateCheckFailed)
+            warnOfFailedUpdateCheck(window);
+    });
     screenshotAndQuitIfAsked(*window);
+    // What a run that did not end cleanly left unsaved, offered once the window is up.
+    QTimer::singleShot(0, window, [window] { window->offerRecovery(); });
+
+    // 9. The files of the command line after that, and those of later starts as they come.
+    DesktopFileOpener opener(
+        window, [window](const QString& path) { return window->openAnalysisFile(path); },
+        [window](const QString& path) { return DesktopFileOpener::importRangeTree(path, window); });
+    QObject::connect(&instance, &SingleInstance::filesReceived, &opener, &DesktopFileOpener::open);
+    if (!files.isEmpty())
+        QTimer::singleShot(0, &opener, [&opener, &files] { opener.open(files); });
 
     // 10. The one event loop.
     const int exitCode = application.exec();

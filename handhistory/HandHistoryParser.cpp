@@ -1,9 +1,12 @@
 #include "handhistory/HandHistoryParser.h"
 
 #include "Range/CardText.h"
+#include "handhistory/HandHistoryAmount.h"
+#include "handhistory/HandHistoryDialects.h"
 #include "handhistory/HandHistoryMarkers.h"
 #include "handhistory/HandHistoryNormalisation.h"
 #include "handhistory/HandHistoryStream.h"
+#include "handhistory/HandHistoryText.h"
 
 #include <algorithm>
 #include <map>
@@ -85,12 +88,74 @@ std::string boardOfLine(std::string_view line) {
 } // namespace
 
 HandHistoryParser::HandHistoryParser(std::string text) {
-    normalise(text, hand);
+    // A "\r" alone ends a line too, and NUL bytes (from text that was UTF-16) are nothing.
+    if (text.find('\0') != std::string::npos || text.find('\r') != std::string::npos)
+        text = HandHistoryText::withLineEnds(text);
+    // The further dialects are rewritten whole into the canonical text, which the fixed
+    // steps of `normalise` would only damage (they delete "- " inside names, for one).
+    if (!HandHistoryDialects::rewriteXmlDialect(text)) {
+        if (const std::string refusal = HandHistoryDialects::gameRefusal(text); !refusal.empty())
+            throw ParseError(refusal, true);
+        if (!HandHistoryDialects::rewritePlainActionDialect(text)) {
+            refuseTextWithoutAnyHand(text);
+            normalise(text, hand);
+        }
+    }
     HandHistoryStream stream(text);
     readSeats(stream);
     readBlindsAndPosts(stream);
     readHoleCards(stream);
     readStreets(stream);
+    checkCards();
+}
+
+// What `normalise` would end in after all its steps, found before them: a text without
+// seat lines, position lines or "Game#" (as the first step leaves it, without tabs and
+// "- ") is no hand history. Saves the steps on every piece of a long paste of junk.
+void HandHistoryParser::refuseTextWithoutAnyHand(const std::string& text) {
+    std::string probe;
+    probe.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\t' || (text[i] == '-' && i + 1 < text.size() && text[i + 1] == ' ')) {
+            i += text[i] == '-' ? 1 : 0;
+            continue;
+        }
+        probe.push_back(text[i]);
+    }
+    for (const char* marker :
+         {"Seat ", " sitting in seat ", "Game#", "SB:", "BB:", "UTG:", "MP:", "CO:", "BU:", "BTN:"})
+        if (probe.find(marker) != std::string::npos)
+            return;
+    throw ParseError{"no seat lines, no position lines and no \"Game#\": not a hand history"};
+}
+
+// Cards that no deck deals refuse the hand: a card twice, a street with the wrong number of
+// cards, a card that is unknown.
+void HandHistoryParser::checkCards() const {
+    unsigned long long seen = 0;
+    const auto take = [&seen](const std::string& cards, const char* where) {
+        for (std::size_t i = 0; i + 1 < cards.size(); i += 2) {
+            const unsigned long long card = Range::CardText::cardOf(cards[i], cards[i + 1]);
+            if (card == 0)
+                throw ParseError("the " + std::string(where) + " holds the unknown card " +
+                                     cards.substr(i, 2),
+                                 true);
+            if ((seen & card) != 0)
+                throw ParseError("the card " + cards.substr(i, 2) + " is dealt twice", true);
+            seen |= card;
+        }
+    };
+    take(hand.holeCards, "hero's hand");
+    const std::pair<const std::string*, std::size_t> streets[] = {
+        {&hand.flop, 3}, {&hand.turn, 1}, {&hand.river, 1}};
+    const char* const names[] = {"flop", "turn", "river"};
+    for (int i = 0; i < 3; ++i) {
+        // A street of another number of cards stays out of the board (and so out of this
+        // check), as the parser has always read it.
+        const std::string& cards = *streets[i].first;
+        if (cards.size() == 2 * streets[i].second)
+            take(cards, names[i]);
+    }
 }
 
 // Stage 1. The seat lines run from the first line that begins with "Seat " to the first
@@ -158,7 +223,7 @@ void HandHistoryParser::readSeatLine(HandHistoryStream& stream, bool addSeats, i
         hand.currency = 0;
     }
     float stack = 0.0f;
-    if (!stream.readNumber(stack))
+    if (!readPlainNumber(stream, stack, line))
         throw ParseError{"seat line with unreadable stack: " + line};
     stream.skipLine();
     if (addSeats)
@@ -265,6 +330,9 @@ void HandHistoryParser::readHoleCards(HandHistoryStream& stream) {
         if (rankIndex(cards[0]) < 0 || suitIndex(cards[1]) < 0 || rankIndex(cards[2]) < 0 ||
             suitIndex(cards[3]) < 0)
             throw ParseError{"hole cards unreadable: " + cards};
+        if (Range::CardText::cardOf(cards[0], cards[1]) == 0 ||
+            Range::CardText::cardOf(cards[2], cards[3]) == 0)
+            throw ParseError("the hero's hand holds an unknown card: " + cards, true);
         if (rankIndex(cards[2]) < rankIndex(cards[0])) {
             std::swap(cards[0], cards[2]);
             std::swap(cards[1], cards[3]);
@@ -340,7 +408,9 @@ void HandHistoryParser::readStreets(HandHistoryStream& stream) {
             HandHistoryAction action;
             try {
                 action = parseActionLine(line);
-            } catch (const ParseError&) {
+            } catch (const ParseError& error) {
+                if (error.refusesHand)
+                    throw;
                 stream.skipLine();
                 continue;
             }
@@ -423,12 +493,12 @@ HandHistoryAction HandHistoryParser::parseActionLine(std::string_view line) cons
     if (!stream.consume("to ")) {
         stream.seek(beforeTo);
     }
-    if (!readAmount(stream, action.amount))
+    if (!readAmount(stream, action.amount, line))
         throw ParseError{"action amount unreadable: " + std::string(line)};
     if (verb == "raise") {
         const std::size_t afterFirst = stream.position();
         if (stream.consume("to ")) {
-            if (!readAmount(stream, action.amount))
+            if (!readAmount(stream, action.amount, line))
                 throw ParseError{"raise amount unreadable: " + std::string(line)};
         } else {
             stream.seek(afterFirst);
@@ -437,14 +507,41 @@ HandHistoryAction HandHistoryParser::parseActionLine(std::string_view line) cons
     return action;
 }
 
-bool HandHistoryParser::readAmount(HandHistoryStream& stream, float& amount) const {
+bool HandHistoryParser::readAmount(HandHistoryStream& stream, float& amount,
+                                   std::string_view line) const {
     if (hand.currency != 0) {
         char sign = 0;
-        if (!stream.peekChar(sign) || sign != hand.currency)
+        if (!stream.peekChar(sign))
+            return false;
+        if (sign == '-')
+            throw ParseError("a negative amount: " + std::string(line), true);
+        if (sign != hand.currency)
             return false;
         stream.seek(stream.position() + 1);
     }
-    return stream.readNumber(amount);
+    return readPlainNumber(stream, amount, line);
+}
+
+// A number where one must stand; what only looks like one ("-50", "1e308", 41 digits)
+// refuses the hand rather than reading as a different amount or as none.
+bool HandHistoryParser::readPlainNumber(HandHistoryStream& stream, float& amount,
+                                        std::string_view line) {
+    stream.skipBlanks();
+    const std::string_view rest = stream.restOfLine();
+    if (!rest.empty() && rest[0] == '-' && rest.size() > 1 &&
+        ((rest[1] >= '0' && rest[1] <= '9') || rest[1] == '.'))
+        throw ParseError("a negative amount: " + std::string(line), true);
+    std::size_t digits = 0;
+    while (digits < rest.size() && rest[digits] >= '0' && rest[digits] <= '9')
+        ++digits;
+    if (digits > 12)
+        throw ParseError("an amount too large for any stake: " + std::string(line), true);
+    if (!stream.readNumber(amount))
+        return false;
+    HandHistoryAmount::checkAmountEnd(stream.restOfLine(), line);
+    if (!(amount <= static_cast<float>(HandHistoryAmount::largest)))
+        throw ParseError("an amount too large for any stake: " + std::string(line), true);
+    return true;
 }
 
 std::string HandHistoryParser::nextPlayerInTurn() const {

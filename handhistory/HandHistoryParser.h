@@ -66,7 +66,10 @@ private:
     // Reads one action line (without its newline). Throws ParseError when an amount that
     // must stand there does not read.
     HandHistoryAction parseActionLine(std::string_view line) const;
-    bool readAmount(HandHistoryStream& stream, float& amount) const;
+    bool readAmount(HandHistoryStream& stream, float& amount, std::string_view line) const;
+    static bool readPlainNumber(HandHistoryStream& stream, float& amount, std::string_view line);
+    void checkCards() const;
+    static void refuseTextWithoutAnyHand(const std::string& text);
     // The player in the next seat after `currentPlayer` who is still in; empty if none.
     std::string nextPlayerInTurn() const;
 

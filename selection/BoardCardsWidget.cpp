@@ -7,7 +7,10 @@
 #include "selection/CardSelectionDialog.h"
 #include "ui_BoardCardsWidget.h"
 
+#include <QEvent>
 #include <QSignalBlocker>
+
+#include <algorithm>
 
 namespace {
 
@@ -33,16 +36,23 @@ BoardCardsWidget::BoardCardsWidget(QWidget* parent)
         CardRangeText* text;
         unsigned int maxCards;
         const char* title;
+        const char* place; // where its cards are, for the notes of the other fields
+        const char* limit; // its room, for its own notes
     };
     const Field fields[] = {
-        {ui->flopCards, ui->flopText, 3, "Select Flop Cards"},
-        {ui->turnCards, ui->turnText, 1, "Select Turn Cards"},
-        {ui->riverCards, ui->riverText, 1, "Select River Cards"},
-        {ui->deadCards, ui->deadText, MaxDeadCards, "Select Dead Cards"},
+        {ui->flopCards, ui->flopText, 3, "Select Flop Cards", "on the board",
+         "a flop has three cards"},
+        {ui->turnCards, ui->turnText, 1, "Select Turn Cards", "on the board", "a turn is one card"},
+        {ui->riverCards, ui->riverText, 1, "Select River Cards", "on the board",
+         "a river is one card"},
+        {ui->deadCards, ui->deadText, MaxDeadCards, "Select Dead Cards", "among the dead cards",
+         "at most 21 dead cards"},
     };
     for (const Field& field : fields) {
         field.range->setMaxCards(field.maxCards);
         field.range->setSelectionTitle(QString::fromLatin1(field.title));
+        field.range->setNoteNames(QString::fromLatin1(field.place),
+                                  QString::fromLatin1(field.limit));
         field.text->setCardRange(field.range);
         std::vector<CardRange*> others;
         for (const Field& other : fields) {
@@ -54,10 +64,7 @@ BoardCardsWidget::BoardCardsWidget(QWidget* parent)
         connect(field.text, &CardRangeText::UpdateFromCardRange, this,
                 &BoardCardsWidget::onCardsTextChanged);
     }
-    ui->flopCards->setMinimumWidth(3 * 38 + 8);
-    ui->turnCards->setMinimumWidth(38 + 8);
-    ui->riverCards->setMinimumWidth(38 + 8);
-    ui->deadCards->setMinimumWidth(3 * 38 + 8);
+    matchCardRowsToButtons();
 
     connect(ui->flopCards, &CardRange::doubleClicked, this, &BoardCardsWidget::onSelectFlopCards);
     connect(ui->turnCards, &CardRange::doubleClicked, this, &BoardCardsWidget::onSelectTurnCard);
@@ -91,6 +98,27 @@ BoardCardsWidget::BoardCardsWidget(QWidget* parent)
 
 BoardCardsWidget::~BoardCardsWidget() {
     delete ui;
+}
+
+void BoardCardsWidget::matchCardRowsToButtons() {
+    // Each field's cards stand beside its two stacked buttons, as tall as both together, so
+    // that the four fields fit side by side on the smallest screens.
+    const int buttons = ui->selectFlopButton->sizeHint().height() +
+                        ui->clearFlopButton->sizeHint().height() + ui->flopButtonRow->spacing();
+    const int height = std::max(buttons, 58);
+    for (CardRange* range : {ui->flopCards, ui->turnCards, ui->riverCards, ui->deadCards}) {
+        range->setFixedHeight(height);
+    }
+}
+
+bool BoardCardsWidget::event(QEvent* event) {
+    const bool handled = QWidget::event(event);
+    // The buttons' height follows the style sheet, which the window sets after building it.
+    if (event->type() == QEvent::Polish || event->type() == QEvent::StyleChange ||
+        event->type() == QEvent::FontChange) {
+        matchCardRowsToButtons();
+    }
+    return handled;
 }
 
 std::string BoardCardsWidget::getFlop() const {
@@ -148,6 +176,7 @@ void BoardCardsWidget::clearField(CardRange* range, CardRangeText* text) {
     const QSignalBlocker textBlocker(text);
     range->clear();
     text->clear();
+    text->clearNote();
 }
 
 void BoardCardsWidget::fillField(CardRange* range, CardRangeText* text, const std::string& cards,
@@ -156,6 +185,7 @@ void BoardCardsWidget::fillField(CardRange* range, CardRangeText* text, const st
         const QSignalBlocker rangeBlocker(withoutSignals ? range : nullptr);
         range->setCardsFromText(QString::fromStdString(cards));
     }
+    text->showDropsOfLastFill();
     text->rewriteFromCardRange();
 }
 
@@ -328,6 +358,12 @@ void BoardCardsWidget::selectWithDialog(CardRange* range) {
     }
     CardSelectionDialog dialog(range, row, further, this);
     const bool accepted = dialog.exec() == QDialog::Accepted;
+    if (accepted) {
+        // The cards picked are the edit that ends every note about typed text.
+        for (CardRangeText* text : {ui->flopText, ui->turnText, ui->riverText, ui->deadText}) {
+            text->clearNote();
+        }
+    }
     rewriteAllTexts();
     applyRules(accepted);
 }

@@ -18,7 +18,8 @@ class BoardCardsWidget;
 }
 
 // The board of a situation: flop (3 cards), turn (1), river (1) and dead cards (up to 21),
-// each a text field over a row of card pictures with buttons to pick, shuffle and clear.
+// each a text field with its shuffle button over a row of card pictures, the buttons to pick
+// and to clear stacked beside the pictures.
 //
 // Rules kept after every change: a turn needs a full flop, a river needs a turn (a field
 // left without its predecessor is cleared), and the turn and river controls are enabled
@@ -97,7 +98,11 @@ public slots:
     void onShuffleDeadcards();
     void onCardsTextChanged();
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
+    void matchCardRowsToButtons();
     // Rules 1 to 4 and the callback; `announce` adds changeOccured.
     void applyRules(bool announce);
     void clearField(CardRange* range, CardRangeText* text);

@@ -2,9 +2,10 @@
 
 #include "selection/CardRange.h"
 
+#include <QPainter>
 #include <QSignalBlocker>
 
-CardRangeText::CardRangeText(QWidget* parent) : QLineEdit(parent) {
+CardRangeText::CardRangeText(QWidget* parent) : QLineEdit(parent), dropNote(this) {
     connect(this, &QLineEdit::textChanged, this, &CardRangeText::onTextChanged);
     connect(this, &QLineEdit::editingFinished, this, &CardRangeText::rewriteFromCardRange);
 }
@@ -22,6 +23,22 @@ void CardRangeText::rewriteFromCardRange() {
         const QSignalBlocker blocker(this);
         setText(cards);
     }
+    // The note's room follows the text, so it is judged after the text is rewritten.
+    if (typedFill) {
+        typedFill = false;
+        dropNote.show(range->dropNote(true), range->dropHint(true));
+    } else {
+        dropNote.relayout();
+    }
+}
+
+void CardRangeText::showDropsOfLastFill() {
+    typedFill = false;
+    if (range == nullptr) {
+        dropNote.clear();
+        return;
+    }
+    dropNote.show(range->dropNote(true), range->dropHint(true));
 }
 
 void CardRangeText::onTextChanged(const QString& newText) {
@@ -29,10 +46,26 @@ void CardRangeText::onTextChanged(const QString& newText) {
         return;
     }
     range->setCardsFromText(newText);
+    // While the user types, the card at the cursor is on its way and no mistake yet.
+    typedFill = hasFocus();
+    dropNote.show(range->dropNote(!typedFill), range->dropHint(!typedFill));
     emit UpdateFromCardRange();
 }
 
 void CardRangeText::mouseDoubleClickEvent(QMouseEvent* event) {
     QLineEdit::mouseDoubleClickEvent(event);
     emit doubleClicked();
+}
+
+void CardRangeText::paintEvent(QPaintEvent* event) {
+    QLineEdit::paintEvent(event);
+    if (dropNote.isShown()) {
+        QPainter painter(this);
+        dropNote.paint(painter);
+    }
+}
+
+void CardRangeText::resizeEvent(QResizeEvent* event) {
+    QLineEdit::resizeEvent(event);
+    dropNote.relayout();
 }

@@ -3,9 +3,9 @@
 #include "Range/HandRangeElementConversion.h"
 #include "Range/Tree.h"
 #include "Range/TreeRangeNode.h"
-#include "utils/ui/NoPaintFilter.h"
 #include "selection/HandSelectionTable.h"
 #include "selection/HoverFrame.h"
+#include "utils/ui/NoPaintFilter.h"
 
 #include <QEvent>
 #include <QGridLayout>
@@ -37,29 +37,44 @@ QLabel* value(const char* name, QWidget* parent) {
 
 HandRangeHover::HandRangeHover(const Range::HandRange& range, const std::string& board,
                                const std::vector<unsigned long long>& deadCards, QWidget* parent)
-    : QWidget(parent, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
-      shown(range), deadCards(Range::cardsOfText(board)) {
-    this->deadCards.insert(this->deadCards.end(), deadCards.begin(), deadCards.end());
+    : QWidget(parent, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint) {
     build();
-    const std::vector<unsigned long long>& cards = this->deadCards;
-    const unsigned int alive = aliveCombinations(range, cards, {});
-    combinations->setText(QString::number(range.combinationCount()));
-    combinationsDiscounted->setText(QString::number(alive));
-    percent->setText(percentText(range.rangePercentage()));
-    percentDiscounted->setText(percentText(alive / 1326.0));
-    hideParentRows();
+    showRange(range, board, deadCards);
 }
 
 HandRangeHover::HandRangeHover(const Range::Tree& groups, unsigned int group,
                                const std::string& board,
                                const std::vector<unsigned long long>& deadCards, QWidget* parent)
-    : QWidget(parent, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
-      shown(groups.handRange(group)), deadCards(Range::cardsOfText(board)) {
-    this->deadCards.insert(this->deadCards.end(), deadCards.begin(), deadCards.end());
-    const Range::HandRange& range = groups.handRange(group);
+    : QWidget(parent, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint) {
     build();
-    const std::vector<unsigned long long>& cards = this->deadCards;
+    showGroup(groups, group, board, deadCards);
+}
 
+void HandRangeHover::takeRange(const Range::HandRange& range, const std::string& board,
+                               const std::vector<unsigned long long>& dead) {
+    shown = range;
+    deadCards = Range::cardsOfText(board);
+    deadCards.insert(deadCards.end(), dead.begin(), dead.end());
+    table->setDeadCards(deadCards);
+    table->setRange(&shown);
+}
+
+void HandRangeHover::showRange(const Range::HandRange& range, const std::string& board,
+                               const std::vector<unsigned long long>& dead) {
+    takeRange(range, board, dead);
+    const unsigned int alive = aliveCombinations(shown, deadCards, {});
+    combinations->setText(QString::number(shown.combinationCount()));
+    combinationsDiscounted->setText(QString::number(alive));
+    percent->setText(percentText(shown.rangePercentage()));
+    percentDiscounted->setText(percentText(alive / 1326.0));
+    setParentRowsShown(false);
+}
+
+void HandRangeHover::showGroup(const Range::Tree& groups, unsigned int group,
+                               const std::string& board,
+                               const std::vector<unsigned long long>& dead) {
+    takeRange(groups.handRange(group), board, dead);
+    const std::vector<unsigned long long>& cards = deadCards;
     const auto aliveOf = [&groups, &cards](unsigned int index) {
         std::vector<const Range::HandRange*> others;
         for (unsigned int sibling : groups.siblings(index))
@@ -68,15 +83,15 @@ HandRangeHover::HandRangeHover(const Range::Tree& groups, unsigned int group,
         return aliveCombinations(groups.handRange(index), cards, others);
     };
     const unsigned int alive = aliveOf(group);
-    combinations->setText(QString::number(range.combinationCount()));
+    combinations->setText(QString::number(shown.combinationCount()));
     combinationsDiscounted->setText(QString::number(alive));
-    percent->setText(percentText(range.rangePercentage()));
+    percent->setText(percentText(shown.rangePercentage()));
     percentDiscounted->setText(percentText(alive / 1326.0));
 
     const float share = groups.shareOfParent(group);
     const unsigned int parentNode = groups.node(group)->parent;
     if (std::isnan(share) || parentNode == Range::Tree::noNode) {
-        hideParentRows();
+        setParentRowsShown(false);
         return;
     }
     parentPortion->setText(percentText(share));
@@ -85,6 +100,7 @@ HandRangeHover::HandRangeHover(const Range::Tree& groups, unsigned int group,
         parentAlive == 0
             ? QStringLiteral("-")
             : percentText(static_cast<float>(alive) / static_cast<float>(parentAlive)));
+    setParentRowsShown(true);
 }
 
 void HandRangeHover::build() {
@@ -139,17 +155,23 @@ void HandRangeHover::build() {
     table->setReadOnly(true);
     table->setSuitHoverEnabled(false);
     table->setAcceptDrops(false);
-    table->setDeadCards(deadCards);
     table->setRange(&shown);
     layout->addWidget(table, 0, Qt::AlignHCenter);
     noPaint = new Utils::UI::NoPaintFilter(this);
     adjustSize();
 }
 
-void HandRangeHover::hideParentRows() {
-    parentRowsShown = false;
-    for (QLabel* label : parentRowLabels)
-        label->installEventFilter(noPaint);
+void HandRangeHover::setParentRowsShown(bool show) {
+    if (show == parentRowsShown)
+        return;
+    parentRowsShown = show;
+    for (QLabel* label : parentRowLabels) {
+        if (show)
+            label->removeEventFilter(noPaint);
+        else
+            label->installEventFilter(noPaint);
+        label->update();
+    }
 }
 
 void HandRangeHover::setShowSuits(bool showSuits) {

@@ -25,8 +25,10 @@ class NoPaintFilter;
 // dead cards set as its dead cards, so cells count live combinations and classes the board
 // kills entirely are greyed). A frameless tool tip window with a translucent ground; the
 // owner places it, shows it, and closes it (it is usually set to delete itself on close).
-// The hover shows a copy of the range taken at construction: it never edits nor follows the
-// caller's range, which may go away while the hover is still open.
+// The hover shows a copy of the range taken at construction or at the last showRange or
+// showGroup: it never edits the caller's range, which may go away while the hover is still
+// open. Whoever shows it and changes the range (a line whose text is edited under the open
+// hover) hands it the range again, so that it never shows numbers of an earlier text.
 //
 // Numbers ("alive" = combinations that remain after the board, the dead cards and, for a
 // group, the combinations of its sibling groups):
@@ -45,6 +47,12 @@ public:
     // A group of a player's group tree (a range node's index).
     HandRangeHover(const Range::Tree& groups, unsigned int group, const std::string& board,
                    const std::vector<unsigned long long>& deadCards, QWidget* parent = nullptr);
+
+    // Shows anew what the constructors show: a bare range, or a group of a group tree.
+    void showRange(const Range::HandRange& range, const std::string& board,
+                   const std::vector<unsigned long long>& deadCards);
+    void showGroup(const Range::Tree& groups, unsigned int group, const std::string& board,
+                   const std::vector<unsigned long long>& deadCards);
 
     // With suits, a mouse resting on a cell of the table opens the table's suit hover with
     // the cell's suit combinations; without (the default) it opens nothing.
@@ -82,7 +90,10 @@ protected:
 
 private:
     void build();
-    void hideParentRows();
+    // The range and the cards the numbers and the table are about.
+    void takeRange(const Range::HandRange& range, const std::string& board,
+                   const std::vector<unsigned long long>& deadCards);
+    void setParentRowsShown(bool shown);
 
     QLabel* combinations = nullptr;
     QLabel* combinationsDiscounted = nullptr;

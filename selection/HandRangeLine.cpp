@@ -5,6 +5,7 @@
 #include "Range/Tree.h"
 #include "Range/TreeRangeNode.h"
 #include "selection/HandRangeHover.h"
+#include "selection/UnreadRangeTokens.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -22,7 +23,7 @@ std::string compactTextOf(const Range::HandRange* range) {
 
 } // namespace
 
-HandRangeLine::HandRangeLine(QWidget* parent) : QLineEdit(parent) {
+HandRangeLine::HandRangeLine(QWidget* parent) : QLineEdit(parent), dropNote(this) {
     setAttribute(Qt::WA_MouseTracking);
     setAttribute(Qt::WA_Hover);
     setMouseTracking(true);
@@ -35,8 +36,13 @@ HandRangeLine::~HandRangeLine() {
 }
 
 void HandRangeLine::setHandRange(Range::HandRange* newRange) {
+    const std::string shown = compactTextOf(newRange);
+    // The window shows the same range again after every update: that ends no note.
+    if (newRange != range || shown != noteRangeText)
+        dropNote.clear();
     range = newRange;
-    setText(QString::fromStdString(compactTextOf(range)));
+    setText(QString::fromStdString(shown));
+    refreshHover();
     update();
 }
 
@@ -51,8 +57,25 @@ void HandRangeLine::setRangeGroups(Range::Tree* newGroups, unsigned int newGroup
         bold.setBold(true);
         groupBoxWidth = QFontMetrics(bold).horizontalAdvance(name) + 10;
     }
-    setTextMargins(groupBoxWidth, 0, 0, 0);
+    QMargins margins = textMargins();
+    margins.setLeft(groupBoxWidth);
+    setTextMargins(margins);
+    refreshHover();
     update();
+}
+
+void HandRangeLine::setBoard(const std::string& boardText) {
+    if (boardText == board)
+        return;
+    board = boardText;
+    refreshHover();
+}
+
+void HandRangeLine::setDeadCards(const std::vector<unsigned long long>& cards) {
+    if (cards == deadCards)
+        return;
+    deadCards = cards;
+    refreshHover();
 }
 
 void HandRangeLine::setHoverEnabled(bool enabled) {
@@ -74,6 +97,7 @@ void HandRangeLine::clear() {
     groups = nullptr;
     group = 0;
     groupBoxWidth = 0;
+    dropNote.clear();
     setTextMargins(0, 0, 0, 0);
     closeHover();
     QLineEdit::clear();
@@ -87,12 +111,20 @@ void HandRangeLine::validateRange() {
     const int selectionLength = selectedText().size();
     const int cursor = cursorPosition();
 
+    const std::string typed = text().toStdString();
     const std::string before = compactTextOf(range);
-    Range::HandRangeStringManipulator(range).setFree(text().toStdString());
+    Range::HandRangeStringManipulator(range).setFree(typed);
     const std::string after = compactTextOf(range);
     const QString canonical = QString::fromStdString(after);
     if (text() != canonical)
         setText(canonical);
+    // Only a text the user changed is judged: validating the range's own text again (the
+    // focus leaving after Return) keeps the note.
+    if (typed != before) {
+        noteRangeText = after;
+        dropNote.show(UnreadRangeTokens::note(typed));
+    }
+    refreshHover();
 
     if (before == after) {
         if (hadSelection)
@@ -107,10 +139,12 @@ void HandRangeLine::validateRange() {
 void HandRangeLine::onTextEdited(const QString& typed) {
     // Live parsing while typing: the range follows every keystroke, the field stays as typed
     // so the cursor never jumps. Only text work happens here.
+    dropNote.clear();
     if (!range)
         return;
     const std::string before = compactTextOf(range);
     Range::HandRangeStringManipulator(range).setFree(typed.toStdString());
+    refreshHover();
     if (compactTextOf(range) != before)
         emit RangeChanged();
 }
@@ -120,6 +154,11 @@ void HandRangeLine::focusOutEvent(QFocusEvent* event) {
     // A popup of the owning combo box takes the focus for a moment; that is no leaving.
     if (event->reason() != Qt::PopupFocusReason)
         validateRange();
+}
+
+void HandRangeLine::resizeEvent(QResizeEvent* event) {
+    QLineEdit::resizeEvent(event);
+    dropNote.relayout();
 }
 
 void HandRangeLine::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -149,7 +188,7 @@ void HandRangeLine::showHover(const QPoint& globalPosition) {
     if (!isEnabled() || !hoverEnabled || !QApplication::activeWindow())
         return;
     if (!hover) {
-        const bool grouped = groups && group < groups->count() && groups->node(group)->IsRange();
+        const bool grouped = showsGroup();
         if (!grouped && !range)
             return;
         HandRangeHover* created = grouped
@@ -182,6 +221,21 @@ void HandRangeLine::placeHover(const QPoint& mouse) {
     hover->move(x, y);
 }
 
+bool HandRangeLine::showsGroup() const {
+    return groups && group < groups->count() && groups->node(group)->IsRange();
+}
+
+void HandRangeLine::refreshHover() {
+    if (!hover)
+        return;
+    if (showsGroup())
+        hover->showGroup(*groups, group, board, deadCards);
+    else if (range)
+        hover->showRange(*range, board, deadCards);
+    else
+        closeHover();
+}
+
 void HandRangeLine::testHoverPosition() {
     if (!rect().contains(mapFromGlobal(QCursor::pos())))
         closeHover();
@@ -203,11 +257,12 @@ QString HandRangeLine::groupName() const {
 
 void HandRangeLine::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
-    if (groupBoxWidth == 0 || !groups || group >= groups->count() ||
-        !groups->node(group)->IsRange())
+    QPainter painter(this);
+    if (dropNote.isShown())
+        dropNote.paint(painter);
+    if (groupBoxWidth == 0 || !showsGroup())
         return;
     const Range::TreeRangeNode* node = groups->rangeNode(group);
-    QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRect box(3, 3, groupBoxWidth - 6, height() - 6);
     QColor from(90, 100, 112);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "utils/ui/FieldNote.h"
+
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPointer>
@@ -23,7 +25,12 @@ class Tree;
 // as no change. A line without a bound range ignores all of this.
 //
 // With a group tree set (setRangeGroups) the line paints the group's name in a small box of
-// the group's colour at its left edge, and the hover shows the group's numbers.
+// the group's colour at its left edge, and the hover shows the group's numbers. An open
+// hover follows every change of the range, the board and the dead cards at once.
+//
+// What the grammar could not read is dropped from the range, and the line says so: the
+// validation names the dropped tokens ("not understood: AKx") in a note at its right end and
+// in its tool tip, until the next edit of the text or another range is bound.
 //
 // The owner must call clear() (or bind another range) before the bound range goes away.
 class HandRangeLine : public QLineEdit {
@@ -43,9 +50,9 @@ public:
     unsigned int rangeGroup() const { return group; }
 
     // Board text for the hover's numbers ("AhKd2c") and dead cards as one-bit card masks.
-    void setBoard(const std::string& boardText) { board = boardText; }
+    void setBoard(const std::string& boardText);
     const std::string& boardText() const { return board; }
-    void setDeadCards(const std::vector<unsigned long long>& cards) { deadCards = cards; }
+    void setDeadCards(const std::vector<unsigned long long>& cards);
 
     // While set, the owners of the line don't open their selection dialogs for it.
     void setReadOnlyMode(bool readOnly) { readOnlyMode = readOnly; }
@@ -59,6 +66,11 @@ public:
 
     // Compact text of the bound range; empty without one.
     std::string rangeText() const;
+
+    // The note about what the last validation dropped; empty when it dropped nothing.
+    QString note() const { return dropNote.text(); }
+    // Ends the note (a change of the range from elsewhere is an edit too).
+    void clearNote() { dropNote.clear(); }
 
 signals:
     void doubleClicked(QMouseEvent* event);
@@ -78,6 +90,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private slots:
     void onTextEdited(const QString& text);
@@ -86,6 +99,10 @@ private:
     void showHover(const QPoint& globalPosition);
     void closeHover();
     void placeHover(const QPoint& globalPosition);
+    // Gives an open hover the range, board and dead cards as they are now.
+    void refreshHover();
+    // Whether the group tree names a range node to show instead of the bare range.
+    bool showsGroup() const;
     // The name box of the group at the left edge; empty rectangle without groups.
     QString groupName() const;
 
@@ -99,4 +116,7 @@ private:
     unsigned int group = 0;
     QPointer<HandRangeHover> hover;
     int groupBoxWidth = 0;
+    FieldNote dropNote;
+    // The range's text when the note was made: shown again unchanged, the note stays.
+    std::string noteRangeText;
 };

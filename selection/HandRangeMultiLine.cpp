@@ -2,18 +2,38 @@
 
 #include "Range/HandRange.h"
 #include "Range/HandRangeStringManipulator.h"
+#include "selection/UnreadRangeTokens.h"
 
 #include <QKeyEvent>
 #include <QTextCursor>
 
 HandRangeMultiLine::HandRangeMultiLine(QWidget* parent) : QTextEdit(parent) {
     setAcceptRichText(false);
+    connect(this, &QTextEdit::textChanged, this, [this] {
+        if (!showingText)
+            setNote(QString());
+    });
 }
 
 void HandRangeMultiLine::setHandRange(Range::HandRange* newRange) {
     range = newRange;
-    setPlainText(range ? QString::fromStdString(Range::HandRangeStringReader(range).compactText())
-                       : QString());
+    setNote(QString());
+    showText(range ? QString::fromStdString(Range::HandRangeStringReader(range).compactText())
+                   : QString());
+}
+
+void HandRangeMultiLine::showText(const QString& text) {
+    showingText = true;
+    setPlainText(text);
+    showingText = false;
+}
+
+void HandRangeMultiLine::setNote(const QString& note) {
+    if (note == dropNote)
+        return;
+    dropNote = note;
+    setToolTip(note);
+    setAccessibleDescription(note);
 }
 
 void HandRangeMultiLine::validateRange() {
@@ -27,12 +47,16 @@ void HandRangeMultiLine::validate(bool afterReturn) {
     const int selectionStart = noted.selectionStart();
     const int selectionEnd = noted.selectionEnd();
 
+    const std::string typed = toPlainText().toStdString();
     const std::string before = Range::HandRangeStringReader(range).compactText();
-    Range::HandRangeStringManipulator(range).setFree(toPlainText().toStdString());
+    Range::HandRangeStringManipulator(range).setFree(typed);
     const std::string after = Range::HandRangeStringReader(range).compactText();
     const QString canonical = QString::fromStdString(after);
     if (toPlainText() != canonical)
-        setPlainText(canonical);
+        showText(canonical);
+    // Validating the range's own text again judges nothing and keeps the note.
+    if (typed != before)
+        setNote(UnreadRangeTokens::note(typed));
 
     if (before == after) {
         // Put the selection back where it was, within the (possibly reformatted) text.

@@ -3,17 +3,23 @@
 #include "Range/Assertion.h"
 #include "Range/CardText.h"
 #include "Range/HandRangeElementConversion.h"
+#include "Range/HandRangeStringManipulator.h"
 #include "Range/HandRangeStringReader.h"
 #include "Range/TreeNode.h"
+#include "selection/EquityRangeSelectorTab.h"
 #include "selection/HandRangeHover.h"
 #include "selection/HandRangeLine.h"
 #include "selection/HandSelectionSettings.h"
 #include "selection/HandSelectionTable.h"
+#include "selection/HandSelectionTree.h"
+#include "selection/HandStrengthSelectorTab.h"
 #include "selection/RangeGroupBox.h"
 #include "selection/SuitSelectionTable.h"
 
 #include "ui_HandSelectionDialog.h"
 
+#include <QIcon>
+#include <QMovie>
 #include <QSignalBlocker>
 
 #include <cmath>
@@ -43,7 +49,8 @@ std::vector<unsigned long long> cardMasksOf(const std::string& cards) {
 HandSelectionDialog::HandSelectionDialog(const std::string& board, const std::string& deadCards,
                                          ThreadPool* pool, QWidget* parent)
     : QDialog(parent), ui(new Ui::HandSelectionDialog), board(board), deadCardText(deadCards),
-      deadCards(cardMasksOf(board + deadCards)), pool(pool) {
+      deadCards(cardMasksOf(board + deadCards)), boardCards(cardMasksOf(board)),
+      onlyDeadCards(cardMasksOf(deadCards)), pool(pool) {
     ui->setupUi(this);
 }
 
@@ -77,6 +84,14 @@ HandSelectionDialog::HandSelectionDialog(Range::HandRange& range, const std::str
 }
 
 HandSelectionDialog::~HandSelectionDialog() {
+    // The base class hides the dialog after the members are gone, and the focus leaving the
+    // text line then ends its editing: nothing of a child may reach this dialog any more.
+    for (QObject* child : findChildren<QObject*>())
+        disconnect(child, nullptr, this, nullptr);
+    if (loadingMovie)
+        loadingMovie->stop();
+    if (equityTab)
+        equityTab->abort();
     // The line and the table hold pointers into the tree, which dies with the dialog.
     ui->rangeText->clear();
     ui->handSelectionTable->setRangeAndGroups(nullptr, nullptr, 0, false);
@@ -101,6 +116,13 @@ void HandSelectionDialog::setUp() {
 
     groups = new HandSelectionGroups(rootRange, ui, withGroups, this);
     savedTree = new SavedRangeTree(ui, this);
+    strengthTab = new HandStrengthSelectorTab(ui->handStrengthTab);
+    strengthTab->setObjectName(QStringLiteral("handStrengthSelector"));
+    ui->handStrengthTabLayout->addWidget(strengthTab);
+    equityTab = new EquityRangeSelectorTab(pool, ui->equityTab);
+    equityTab->setObjectName(QStringLiteral("equitySelector"));
+    ui->equityTabLayout->addWidget(equityTab);
+    loadingMovie = new QMovie(QStringLiteral(":/loading.gif"), QByteArray(), this);
     ui->handSelectionTable->setDeadCards(deadCards);
     ui->rangeText->setBoard(board + deadCardText);
     ui->rangeText->setDeadCards(deadCards);
@@ -117,7 +139,8 @@ void HandSelectionDialog::setUp() {
     wire();
     showGroup(0);
     rangeHistory.reset(takeSnapshot());
-    resetTreeHistory();
+    savedTree->load();
+    selectorTabChanged();
     HandSelectionSettings::restoreWindow(*this, *ui->splitter);
 }
 
@@ -173,6 +196,16 @@ void HandSelectionDialog::wire() {
     connect(groups, &HandSelectionGroups::nodesAboutToBeRemoved, this,
             &HandSelectionDialog::releaseTree);
     connect(savedTree, &SavedRangeTree::restored, this, &HandSelectionDialog::rangeTreeRestored);
+    connect(savedTree, &SavedRangeTree::rangeChosen, this, &HandSelectionDialog::loadSavedRange);
+    connect(ui->saveTreeRangeButton, &QPushButton::clicked, this,
+            &HandSelectionDialog::saveTreeRange);
+    connect(table, &HandSelectionTable::RangeDropped, this, &HandSelectionDialog::onDroppedOnTable);
+
+    connect(ui->selectButton, &QPushButton::clicked, this, &HandSelectionDialog::onSelect);
+    connect(ui->selectorTabs, &QTabWidget::currentChanged, this,
+            &HandSelectionDialog::selectorTabChanged);
+    connect(equityTab, &EquityRangeSelectorTab::selectionCalculationFinished, this,
+            &HandSelectionDialog::equitySelectorCalculationFinished);
     connect(ui->unselectWithRightButton, &QCheckBox::toggled, this,
             &HandSelectionDialog::onSelectCardsWithRightMouseButtonToggle);
 
@@ -184,9 +217,11 @@ void HandSelectionDialog::wire() {
 
 bool HandSelectionDialog::selectRange(Range::Tree& playerGroups, const QString& title,
                                       const std::string& board, const std::string& deadCards,
-                                      ThreadPool* pool, QWidget* parent) {
+                                      ThreadPool* pool, QWidget* parent,
+                                      const std::string& opponentRange) {
     HandSelectionDialog dialog(playerGroups, board, deadCards, pool, parent);
     dialog.setWindowTitle(title);
+    dialog.setOpponentRange(opponentRange);
     return dialog.exec() == QDialog::Accepted;
 }
 
@@ -222,7 +257,8 @@ void HandSelectionDialog::showGroup(unsigned int index) {
     ui->rangeText->setHandRange(range);
     ui->combinationsTitle->setText(isRoot ? QStringLiteral("Range Combinations:")
                                           : QStringLiteral("Group Combinations:"));
-    setSliderSilently(0);
+    // The handle stands at the whole percent of the range shown, as the box shows it.
+    setSliderSilently(static_cast<int>(range->combinationCount() * 100 / 1326));
     updateNumbers();
     UpdateButtonEnables();
 }
@@ -339,6 +375,10 @@ void HandSelectionDialog::applySelection(const std::vector<unsigned long long>& 
             continue; // not a two-card hand; reported by suitPairOfHand
         result.insert(Range::elementOfHand(hand), true);
     }
+    applyRange(std::move(result));
+}
+
+void HandSelectionDialog::applyRange(Range::HandRange result) {
     int mode = ui->selectMode->currentData().toInt();
     if (mode >= OverwriteInverted) {
         Range::HandRange inverted(true);
@@ -355,6 +395,90 @@ void HandSelectionDialog::applySelection(const std::vector<unsigned long long>& 
         range -= result;
     refreshAll();
     onChangedForMemento();
+}
+
+bool HandSelectionDialog::isSelecting() const {
+    return equityTab->isRunning();
+}
+
+void HandSelectionDialog::setOpponentRange(const std::string& rangeText) {
+    // Callers hand technical text; the field shows what a player would type.
+    Range::HandRange opponent;
+    Range::HandRangeStringManipulator(opponent).setFree(rangeText);
+    equityTab->setOtherRange(
+        QString::fromStdString(Range::HandRangeStringReader(opponent).compactText()));
+}
+
+void HandSelectionDialog::onSelect() {
+    if (equityTab->isRunning()) {
+        equityTab->abort();
+        stopSelecting();
+        return;
+    }
+    const Range::HandRange input = selectionInputRange();
+    if (ui->selectorTabs->currentWidget() == ui->handStrengthTab) {
+        std::vector<unsigned long long> hands;
+        for (const Range::Element& element : input)
+            Range::handsOfElement(element.values, element.suits, hands);
+        applySelection(strengthTab->select(hands, boardCards, onlyDeadCards));
+        return;
+    }
+    if (input.isEmpty())
+        return;
+    const std::string rangeText = Range::HandRangeStringReader(input).technicalText();
+    if (!equityTab->startCalculation(rangeText, equityTab->otherRangeText(), board, deadCardText))
+        return;
+    ui->selectButton->setText(QString());
+    connect(loadingMovie, &QMovie::frameChanged, ui->selectButton,
+            [this] { ui->selectButton->setIcon(QIcon(loadingMovie->currentPixmap())); });
+    loadingMovie->start();
+}
+
+void HandSelectionDialog::stopSelecting() {
+    loadingMovie->stop();
+    disconnect(loadingMovie, &QMovie::frameChanged, ui->selectButton, nullptr);
+    ui->selectButton->setText(QStringLiteral("&Select"));
+    ui->selectButton->setIcon(QIcon());
+    selectorTabChanged();
+}
+
+void HandSelectionDialog::equitySelectorCalculationFinished(std::vector<BoardType> cards) {
+    stopSelecting();
+    applySelection(cards);
+}
+
+void HandSelectionDialog::selectorTabChanged() {
+    // The hand strength of a hand needs a flop; the equity selector works on any board.
+    const bool strength = ui->selectorTabs->currentWidget() == ui->handStrengthTab;
+    const bool canSelect = !strength || boardCards.size() >= 3 || equityTab->isRunning();
+    ui->selectButton->setEnabled(canSelect);
+    ui->selectButton->setToolTip(canSelect ? QString()
+                                           : QStringLiteral("Selecting by hand strength needs "
+                                                            "a flop on the board."));
+}
+
+// --- Saved ranges ------------------------------------------------------------------------------
+
+void HandSelectionDialog::loadSavedRange(const Range::Tree& source, unsigned int node) {
+    if (ui->selectMode->currentData().toInt() == Overwrite && withGroups) {
+        const unsigned int shown = groups->replaceShownWith(source, node);
+        showGroup(shown);
+        onChangedForMemento();
+        return;
+    }
+    applyRange(Range::HandRange(source.handRange(node)));
+}
+
+void HandSelectionDialog::addCurrentTreeRange() {
+    savedTree->addRange(rootRange, currentGroup());
+}
+
+void HandSelectionDialog::saveTreeRange() {
+    savedTree->saveRange(rootRange, currentGroup());
+}
+
+void HandSelectionDialog::rangeTreeDoubleclicked(const QModelIndex& modelIndex) {
+    savedTree->choose(modelIndex);
 }
 
 // --- Groups and options ------------------------------------------------------------------------
@@ -419,16 +543,36 @@ void HandSelectionDialog::writeBack() {
 }
 
 void HandSelectionDialog::accept() {
+    savedTree->saveToSettings();
     writeBack();
     QDialog::accept();
 }
 
 void HandSelectionDialog::reject() {
+    // The tree of saved ranges is kept on a cancel too.
+    savedTree->saveToSettings();
     restoreSnapshot(RangeSnapshot{openingState, 0});
     QDialog::reject();
 }
 
 void HandSelectionDialog::done(int result) {
+    if (equityTab->isRunning()) {
+        equityTab->abort();
+        stopSelecting();
+    }
     HandSelectionSettings::saveWindow(*this, *ui->splitter);
+    savedTree->saveOpenness();
     QDialog::done(result);
+}
+
+void HandSelectionDialog::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    // A damaged stored tree is told once the dialog is there to be seen.
+    QMetaObject::invokeMethod(
+        this, [this] { savedTree->reportLoadProblem(); }, Qt::QueuedConnection);
+}
+
+void HandSelectionDialog::setPrompts(const Prompts& prompts) {
+    groups->setPrompts(prompts);
+    savedTree->setPrompts(prompts);
 }

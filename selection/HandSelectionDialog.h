@@ -6,6 +6,7 @@
 #include "selection/HandPercentOrder.h"
 #include "selection/HandSelectionGroups.h"
 #include "selection/HandSelectionPrompts.h"
+#include "selection/HandStrengthSelection.h"
 #include "selection/SavedRangeTree.h"
 #include "selection/UndoHistory.h"
 
@@ -17,6 +18,10 @@
 #include <utility>
 #include <vector>
 
+class EquityRangeSelectorTab;
+class HandStrengthSelectorTab;
+class QModelIndex;
+class QMovie;
 class RangeGroupBox;
 class ThreadPool;
 namespace Ui {
@@ -36,8 +41,13 @@ class HandSelectionDialog;
 //
 // The dialog itself keeps the table, the slider, the text line and the numbers, the range
 // undo list, and wires the parts: the group row and its edits are HandSelectionGroups, the
-// tree of saved ranges with its undo list is SavedRangeTree, the slider's ranking is
-// HandPercentOrder, the stored options and window place are HandSelectionSettings.
+// tree of saved ranges with its view, buttons, undo list and settings is SavedRangeTree, the
+// two range selectors are HandStrengthSelectorTab and EquityRangeSelectorTab, the slider's
+// ranking is HandPercentOrder, the stored options and window place are
+// HandSelectionSettings.
+//
+// What a selector or a saved range yields is merged into the range shown by the select
+// mode; a saved range loaded with "Overwrite" brings its groups along.
 //
 // Modal; made per use on the stack of the slot that opens it.
 class HandSelectionDialog : public QDialog {
@@ -81,9 +91,12 @@ public:
     // Opens the dialog titled `title` modally. Accepted, the player's tree is replaced by
     // the edited one (without notifiers: the caller refreshes its views, and must not keep
     // node or range pointers of the tree across the call) and true is returned.
+    // `opponentRange`, the other player's range text, is what the equity selector rates
+    // against at first; left empty, the selector rates against any hand.
     static bool selectRange(Range::Tree& playerGroups, const QString& title,
                             const std::string& board, const std::string& deadCards,
-                            ThreadPool* pool, QWidget* parent);
+                            ThreadPool* pool, QWidget* parent,
+                            const std::string& opponentRange = std::string());
     // The same for a bare range, which on accept is assigned the edited elements (through
     // its own suitFilter, with one changeNotifier call).
     static bool selectRange(Range::HandRange& range, const QString& title, const std::string& board,
@@ -103,7 +116,7 @@ public:
     // "12.34 %": two decimals, a blank and the percent sign; `share` is 0..1.
     static QString percentText(double share);
 
-    void setPrompts(Prompts prompts) { groups->setPrompts(std::move(prompts)); }
+    void setPrompts(const Prompts& prompts);
     Ui::HandSelectionDialog* form() const { return ui; }
 
     // --- State ---------------------------------------------------------------------------
@@ -131,14 +144,24 @@ public:
     // Merges single hands (two-card masks) into the range shown by the select mode of the
     // combo, and records a snapshot. Inverted modes invert within the full range.
     void applySelection(const std::vector<unsigned long long>& hands);
+    HandStrengthSelectorTab* handStrengthSelector() const { return strengthTab; }
+    EquityRangeSelectorTab* equitySelector() const { return equityTab; }
+    // Whether the select button now stops a running equity selection.
+    bool isSelecting() const;
+    // Fills the range the equity selector rates against (the other player's range).
+    void setOpponentRange(const std::string& rangeText);
 
     // --- Tree of saved ranges -------------------------------------------------------------
-    // The tree the range tree view works on; its undo list starts from its state when
-    // resetTreeHistory() was last called (at opening).
+    // The tree the range tree view works on (node 0 its invisible root); its undo list
+    // starts from its state when resetTreeHistory() was last called (at opening).
+    SavedRangeTree& savedRanges() { return *savedTree; }
     Range::Tree& savedRangeTree() { return savedTree->tree(); }
     void resetTreeHistory() { savedTree->resetHistory(); }
     std::size_t treeUndoPosition() const { return savedTree->historyPosition(); }
     std::size_t treeUndoCount() const { return savedTree->historySize(); }
+    // Applies the saved range `node` of `source` as a result by the select mode; with
+    // "Overwrite" its groups replace those of the node shown.
+    void loadSavedRange(const Range::Tree& source, unsigned int node);
 
 signals:
     // The saved-range tree was replaced by an undo or redo: views of it must reset.
@@ -172,6 +195,26 @@ public slots:
     void onTreeChanged() { savedTree->recordChange(); }
     void onTreeUndo() { savedTree->undo(); }
     void onTreeRedo() { savedTree->redo(); }
+    void onTreeMoveUp() { savedTree->moveUp(); }
+    void onTreeMoveDown() { savedTree->moveDown(); }
+    void addTreeCategory() { savedTree->addCategory(); }
+    // The range shown, with its groups, as a new saved range.
+    void addCurrentTreeRange();
+    void editTreeRange() { savedTree->editName(); }
+    void deleteTreeRange() { savedTree->deleteNode(); }
+    void saveTreeRange();
+    void importTreeFromFile() { savedTree->importFile(); }
+    void exportTreeToFile() { savedTree->exportFile(); }
+    void rangeTreeDoubleclicked(const QModelIndex& modelIndex);
+    void onDroppedOnTable() { savedTree->chooseCurrent(); }
+    // The select button: a hand strength selection at once, an equity selection started in
+    // the background, or the running one cancelled.
+    void onSelect();
+    void equitySelectorCalculationFinished(std::vector<BoardType> cards);
+    void selectorTabChanged();
+
+protected:
+    void showEvent(QShowEvent* event) override;
 
 private:
     HandSelectionDialog(const std::string& board, const std::string& deadCards, ThreadPool* pool,
@@ -188,6 +231,10 @@ private:
     void refreshAll();
     void updateNumbers();
     void setSliderSilently(int value);
+    // The select button back to its text after an equity selection.
+    void stopSelecting();
+    // Merges a result range into the range shown by the select mode and records a snapshot.
+    void applyRange(Range::HandRange result);
     RangeSnapshot takeSnapshot() const;
     void restoreSnapshot(const RangeSnapshot& snapshot);
     void writeBack();
@@ -195,6 +242,9 @@ private:
     Ui::HandSelectionDialog* ui;
     HandSelectionGroups* groups = nullptr;
     SavedRangeTree* savedTree = nullptr;
+    HandStrengthSelectorTab* strengthTab = nullptr;
+    EquityRangeSelectorTab* equityTab = nullptr;
+    QMovie* loadingMovie = nullptr;
     Range::Tree rootRange;
     Range::Tree* callerTree = nullptr;
     Range::HandRange* callerRange = nullptr;
@@ -202,6 +252,9 @@ private:
     std::string board;
     std::string deadCardText;
     std::vector<unsigned long long> deadCards;
+    // Board and dead cards apart, as the selectors take them.
+    std::vector<unsigned long long> boardCards;
+    std::vector<unsigned long long> onlyDeadCards;
     ThreadPool* pool = nullptr;
     UndoHistory<RangeSnapshot> rangeHistory;
     bool withGroups = true;

@@ -73,6 +73,32 @@ Range::HandRange HandSelectionGroups::selectionInput() const {
     return Range::HandRange(true);
 }
 
+unsigned int HandSelectionGroups::replaceShownWith(const Range::Tree& source,
+                                                   unsigned int sourceNode) {
+    emit nodesAboutToBeRemoved();
+    const Range::TreeNode* shownNode = tree.node(shown);
+    if (!shownNode->children.empty())
+        tree.removeList(shownNode->children);
+    shown = shownNode->index;
+    tree.handRange(shown).assign(source.handRange(sourceNode).elements());
+    const unsigned int firstNew = tree.count();
+    for (unsigned int child : source.node(sourceNode)->children)
+        tree.InsertFromMemento(source.saveToText(child), shown, Range::Tree::noNode);
+    // The groups keep their colours unless another group of the range has the same.
+    for (unsigned int added = firstNew; added < tree.count(); ++added) {
+        const Range::GroupColor color = tree.rangeNode(added)->color;
+        bool taken = false;
+        for (unsigned int other = 0; other < tree.count() && !taken; ++other)
+            taken = other != added && tree.node(other)->IsRange() && color.usesColor &&
+                    tree.rangeNode(other)->color == color;
+        const std::vector<Range::GroupColor> free = tree.freeColors(added);
+        if (taken && !free.empty())
+            tree.setColor(added, free.front());
+    }
+    treeReplaced();
+    return shown;
+}
+
 void HandSelectionGroups::treeReplaced() {
     if (defaultParentGroup >= tree.count() || !tree.node(defaultParentGroup)->IsRange())
         defaultParentGroup = 0;

@@ -68,6 +68,10 @@ public:
     // Moves the group shown under the parent of the combo entry `comboIndex`.
     void moveToParent(int comboIndex);
     void setDefaultForNewGroups(int checkState);
+    // The node shown takes the range of `sourceNode` of `source` and, instead of its own
+    // groups, that node's groups (a group whose colour is taken already gets a free one).
+    // Returns the shown node's index, which the removal of its old groups may change.
+    unsigned int replaceShownWith(const Range::Tree& source, unsigned int sourceNode);
 
 signals:
     // Show this node; nothing was edited.

@@ -2,8 +2,11 @@
 
 #include "selection/GroupColorSelectionDialog.h"
 
+#include <QFileDialog>
+#include <QIcon>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace {
 
@@ -39,6 +42,54 @@ void defaultWarn(QWidget* parent, const QString& title, const QString& text) {
     QMessageBox::warning(parent, title, text);
 }
 
+bool defaultAskTreeName(QWidget* parent, const HandSelectionPrompts::NameQuestion& question,
+                        QString& name) {
+    QInputDialog dialog(parent);
+    dialog.setInputMode(QInputDialog::TextInput);
+    dialog.setWindowTitle(question.title);
+    dialog.setLabelText(question.label);
+    dialog.setTextValue(name);
+    if (!question.okText.isEmpty())
+        dialog.setOkButtonText(question.okText);
+    if (!question.icon.isEmpty())
+        dialog.setWindowIcon(QIcon(question.icon));
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    name = dialog.textValue();
+    return true;
+}
+
+HandSelectionPrompts::OverwriteAnswer defaultAskOverwriteOrNew(QWidget* parent) {
+    QMessageBox box(QMessageBox::Question, QStringLiteral("Overwrite or New?"),
+                    QStringLiteral("Do you want to overwrite this range or create a new entry?"),
+                    QMessageBox::NoButton, parent);
+    QPushButton* overwrite = box.addButton(QStringLiteral("&Overwrite"), QMessageBox::AcceptRole);
+    QPushButton* fresh = box.addButton(QStringLiteral("&New"), QMessageBox::AcceptRole);
+    box.addButton(QMessageBox::Cancel);
+    box.exec();
+    if (box.clickedButton() == overwrite)
+        return HandSelectionPrompts::OverwriteAnswer::Overwrite;
+    if (box.clickedButton() == fresh)
+        return HandSelectionPrompts::OverwriteAnswer::New;
+    return HandSelectionPrompts::OverwriteAnswer::Cancel;
+}
+
+bool defaultConfirmTreeDelete(QWidget* parent) {
+    return QMessageBox::question(parent, QStringLiteral("Really?"),
+                                 QStringLiteral("Do you really want to delete this element?")) ==
+           QMessageBox::Yes;
+}
+
+QString defaultChooseOpenFile(QWidget* parent, const QString& title, const QString& path,
+                              const QString& filter) {
+    return QFileDialog::getOpenFileName(parent, title, path, filter);
+}
+
+QString defaultChooseSaveFile(QWidget* parent, const QString& title, const QString& path,
+                              const QString& filter) {
+    return QFileDialog::getSaveFileName(parent, title, path, filter);
+}
+
 } // namespace
 
 HandSelectionPrompts HandSelectionPrompts::standard() {
@@ -47,5 +98,10 @@ HandSelectionPrompts HandSelectionPrompts::standard() {
     prompts.confirmGroupDelete = &defaultConfirmGroupDelete;
     prompts.chooseGroupColors = &defaultChooseGroupColors;
     prompts.warn = &defaultWarn;
+    prompts.askTreeName = &defaultAskTreeName;
+    prompts.askOverwriteOrNew = &defaultAskOverwriteOrNew;
+    prompts.confirmTreeDelete = &defaultConfirmTreeDelete;
+    prompts.chooseOpenFile = &defaultChooseOpenFile;
+    prompts.chooseSaveFile = &defaultChooseSaveFile;
     return prompts;
 }

@@ -4,12 +4,14 @@
 #include "Range/Tree.h"
 #include "Range/TreeRangeNode.h"
 #include "selection/HandRangeLine.h"
+#include "utils/ui/PlayerColor.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QLinearGradient>
 #include <QListView>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 #include <QTextDocument>
 
@@ -96,6 +98,25 @@ ManagedHandRangeLine::ManagedHandRangeLine(QWidget* parent) : QComboBox(parent) 
             &ManagedHandRangeLine::onDoubleClickRangeLine);
     connect(this, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &ManagedHandRangeLine::onIndexSelection);
+    connect(line, &QLineEdit::textChanged, this, &ManagedHandRangeLine::onLineTextChanged);
+}
+
+void ManagedHandRangeLine::setPlayer(int player) {
+    playerNumber = player;
+    const QString marker = PlayerColor::markerStyle(player);
+    setStyleSheet(marker.isEmpty() ? QString()
+                                   : QStringLiteral("ManagedHandRangeLine { %1 }").arg(marker));
+}
+
+void ManagedHandRangeLine::onLineTextChanged(const QString& text) {
+    // Every item's text starts with its bold name, which no range text does: a text that is
+    // an item's has been copied into the line by the combo box itself. While the items are
+    // rebuilt the line's range may be gone; the rebuild binds the line anew at its end.
+    if (rebuilding || !text.startsWith(QStringLiteral("<b>")) ||
+        findText(text, Qt::MatchExactly) < 0)
+        return;
+    const QSignalBlocker blocker(line);
+    line->setText(QString::fromStdString(line->rangeText()));
 }
 
 QString ManagedHandRangeLine::groupItemText(const QString& name, const std::string& rangeText,
@@ -110,6 +131,7 @@ void ManagedHandRangeLine::setGroups(Range::Tree* groups) {
     tree = groups;
     if (!tree) {
         const QSignalBlocker blocker(this);
+        const QScopedValueRollback<bool> guard(rebuilding, true);
         QComboBox::clear();
         line->clear();
         return;
@@ -125,9 +147,13 @@ unsigned int ManagedHandRangeLine::currentGroup() const {
 }
 
 void ManagedHandRangeLine::refill() {
+    // A refill follows a change from elsewhere (clear, a dialog, a restore): the note about
+    // the last typed text is over.
+    line->clearNote();
     const int previous = currentIndex();
     {
         const QSignalBlocker blocker(this);
+        const QScopedValueRollback<bool> guard(rebuilding, true);
         QComboBox::clear();
         if (tree && tree->count() > 0 && tree->node(0)->IsRange()) {
             addItem(groupItemText(QString(),

@@ -19,9 +19,17 @@ class Tree;
 // line edit to that group's range and emits MappingChanged; so does a change typed in the
 // line (the items are refreshed first).
 //
+// The items' rich text is for the popup only: whatever puts an item's text into the line
+// (the combo box does so when the shown item is picked again), the line shows the range's
+// text, so that the markup never becomes range text.
+//
+// The row of a player (`player` 1 or 2, 0 for none) carries the player's colour as a thin
+// marker on its left edge, the same as the player's equity.
+//
 // The tree is not owned; setGroups(nullptr) before it goes away.
 class ManagedHandRangeLine : public QComboBox {
     Q_OBJECT
+    Q_PROPERTY(int player READ player WRITE setPlayer)
 
 public:
     static constexpr int groupRole = Qt::UserRole;
@@ -29,6 +37,9 @@ public:
     explicit ManagedHandRangeLine(QWidget* parent = nullptr);
 
     HandRangeLine* rangeLine() const { return line; }
+
+    void setPlayer(int player);
+    int player() const { return playerNumber; }
 
     // The player's group tree (its node 0 is the full range). Refills the items.
     void setGroups(Range::Tree* groups);
@@ -55,7 +66,12 @@ public slots:
 private:
     // Updates the items' texts in place, without touching what the line shows.
     void refreshItemTexts();
+    // Puts the range's text back when an item's text has reached the line.
+    void onLineTextChanged(const QString& text);
 
     HandRangeLine* line;
     Range::Tree* tree = nullptr;
+    int playerNumber = 0;
+    // The items are being rebuilt (the line may point to a range that is gone).
+    bool rebuilding = false;
 };

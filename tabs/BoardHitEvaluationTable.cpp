@@ -5,19 +5,20 @@
 #include "handstrength/HandStrengthNames.h"
 #include "tabs/BoardHitsBar.h"
 #include "tabs/HandStrengthLabel.h"
+#include "utils/ui/EvaluationTabOptions.h"
+#include "utils/ui/PlayerColor.h"
 
 #include <QGridLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QSettings>
 #include <QVBoxLayout>
 
 #include <algorithm>
 
-const QColor BoardHitEvaluationTable::player1Color(0x17, 0x80, 0x8f);
-const QColor BoardHitEvaluationTable::player2Color(0xc2, 0x6a, 0x2a);
+const QColor BoardHitEvaluationTable::player1Color = PlayerColor::of(1);
+const QColor BoardHitEvaluationTable::player2Color = PlayerColor::of(2);
 
 namespace {
 
@@ -113,9 +114,7 @@ void BoardHitEvaluationTable::dropKeptRows() {
 }
 
 bool BoardHitEvaluationTable::hidesEmptyRows() {
-    QSettings settings(QStringLiteral("Velmara"), QStringLiteral("Quorvane"));
-    settings.beginGroup(QStringLiteral("optionMenu"));
-    return settings.value(QStringLiteral("removeEmptyLinesFromBoardEvaluationTabs"), true).toBool();
+    return EvaluationTabOptions::hidesEmptyLines();
 }
 
 QColor BoardHitEvaluationTable::shade(const QColor& color, unsigned int depth) {

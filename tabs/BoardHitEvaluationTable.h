@@ -23,9 +23,9 @@ class QScrollArea;
 // group schema, a HandStrengthLabel caption and the numbers and bars of the derived table.
 //
 // Rows are made by walking the schema's groups in order: a row is shown when its `visible`
-// flag is set (its parent is expanded) and, when the option "optionMenu" /
-// "removeEmptyLinesFromBoardEvaluationTabs" (default true) is on, when it has hits. The
-// option is read at every rebuild, under the group spelled "optionMenu" with a capital M.
+// flag is set (its parent is expanded) and, when the option "Hide Empty Lines in Evaluation
+// Tabs" is on, when it has hits. The option is read at every rebuild, where the window
+// writes it (EvaluationTabOptions).
 //
 // A row's widgets are made the first time it is shown and kept, hidden when not shown,
 // until the schema is replaced: a new evaluation only writes new numbers, which keeps a
@@ -88,6 +88,7 @@ public:
 
     // The colour of a bar at a depth of the tree: deeper rows are lighter.
     static QColor shade(const QColor& color, unsigned int depth);
+    // The players' colours (PlayerColor), as the range lines and the equity show them.
     static const QColor player1Color;
     static const QColor player2Color;
 

@@ -136,6 +136,40 @@ void AnalysisDocument::clearMementos() {
     position = 0;
 }
 
+std::string AnalysisDocument::text(const std::string& tabState) const {
+    return AnalysisFile::write(scenarioList, current, tabState);
+}
+
+Memento AnalysisDocument::createMemento(const std::string& label,
+                                        const std::string& tabState) const {
+    return Memento(label, text(tabState));
+}
+
+void AnalysisDocument::recordMemento(const Memento& memento) {
+    if (position + 1 < static_cast<std::int32_t>(mementoList.size()))
+        mementoList.erase(mementoList.begin() + position + 1, mementoList.end());
+    mementoList.push_back(memento);
+    if (mementoList.size() != 1)
+        ++position;
+}
+
+const Memento& AnalysisDocument::stepBack() {
+    --position;
+    return mementoList[static_cast<std::size_t>(position)];
+}
+
+const Memento& AnalysisDocument::stepForth() {
+    ++position;
+    return mementoList[static_cast<std::size_t>(position)];
+}
+
+void AnalysisDocument::replaceScenarios(std::vector<Scenario> scenarios, int selected) {
+    scenarioList = std::move(scenarios);
+    const int count = static_cast<int>(scenarioList.size());
+    current = selected >= 0 && selected < count ? selected : count - 1;
+    emit scenarioListChanged();
+}
+
 void AnalysisDocument::setSaved(bool value, const QString& fileName) {
     const QString before = title();
     saved = value;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Range/Tree.h"
+#include "app/document/AnalysisFile.h"
 #include "app/document/AnalysisInputs.h"
 #include "app/document/Memento.h"
 #include "app/document/Scenario.h"
@@ -100,6 +101,22 @@ public:
     std::string redoLabel() const;
     // Forgets every snapshot (a new analysis).
     void clearMementos();
+    // The whole analysis as file text: the scenarios, the one shown, and the EV/FE page's
+    // state text `tabState`.
+    std::string text(const std::string& tabState) const;
+    // A snapshot of the analysis as it is now, under `label`.
+    Memento createMemento(const std::string& label, const std::string& tabState) const;
+    // A relevant change: the redo branch behind the present state is cut, the snapshot is
+    // appended and becomes the present state (the very first one stays at index 0).
+    void recordMemento(const Memento& memento);
+    // Steps back or forth and gives the snapshot of the state to restore; only when
+    // canUndo() or canRedo().
+    const Memento& stepBack();
+    const Memento& stepForth();
+
+    // Replaces the scenarios by those of a file or a snapshot and shows `selected` (-1 or
+    // an index outside the list: the last one). The live ranges are the caller's to load.
+    void replaceScenarios(std::vector<Scenario> scenarios, int selected);
 
 signals:
     // The title text changed (saved state or file name).

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Range/NodeMemento.h"
+#include "evfe/ScenarioLines.h"
 
 #include <string>
 #include <utility>
@@ -11,15 +12,17 @@
 //
 // The ranges are kept as tree mementos (one record per node of the player's group tree,
 // node 0 being the full range), so that a scenario is a plain value that restores a tree
-// exactly. The EV/FE lines of a scenario, and reading and writing scenarios to the analysis
-// file, are added with the file and the EV/FE tab; until then a scenario lives only as
-// long as the window.
+// exactly. Reading and writing scenarios to the analysis file is added with the file; until
+// then a scenario lives only as long as the window.
 struct Scenario {
     std::string name;
     std::vector<Range::NodeMemento> player1;
     std::vector<Range::NodeMemento> player2;
     std::string board;
     std::string deadCards;
+    // The EV/FE lines, in display order; copied deeply with the scenario. The EV/FE page
+    // edits the lines of the scenario shown in place (see ScenarioLines).
+    ScenarioLines lines;
 
     Scenario() = default;
     Scenario(std::string name, std::vector<Range::NodeMemento> player1,

@@ -9,6 +9,10 @@
 #include "CommandRegistry.h"
 #include "CommandReply.h"
 
+#include "evfe/Line.h"
+#include "evfe/LineList.h"
+#include "evfe/Street.h"
+#include "handhistory/HandHistoryLines.h"
 #include "handhistory/HandHistoryParser.h"
 #include "handhistory/HandHistoryText.h"
 
@@ -28,8 +32,9 @@ const char* const usage = "hand FILE|-";
 const char* const helpLines =
     "      Reads hand histories (blank lines between hands; - reads standard input) and\n"
     "      prints what an import makes of each: hero and hole cards, blinds, board, the\n"
-    "      stacks at the start and each street's pot and actions, or why a hand could not\n"
-    "      be read. Exit code 0 only when every hand was read.\n";
+    "      stacks at the start, each street's pot and actions and the EV/FE lines with\n"
+    "      their variants, or why a hand could not be read. Exit code 0 only when every\n"
+    "      hand was read.\n";
 
 // "12.5", "1000", "0.05": two decimals at most, no trailing zeros.
 std::string number(float value) {
@@ -71,9 +76,49 @@ public:
             street("turn", hand.turn, hand.potTurn, hand.turnActions, false);
         if (!hand.river.empty() || !hand.riverActions.empty())
             street("river", hand.river, hand.potRiver, hand.riverActions, false);
+        printLines();
     }
 
 private:
+    // The EV/FE lines an import builds, in big blinds.
+    void printLines() {
+        HandHistoryLines builder(hand);
+        LineList lines;
+        builder.preflopLines(lines);
+        if (builder.hero().empty()) {
+            out << "  lines: none, no hero could be found or determined by preflop actions\n";
+            return;
+        }
+        builder.flopLines(lines);
+        builder.riverLines(lines);
+        builder.turnLines(lines);
+        if (hand.hero.empty())
+            out << "  hero by the first preflop raise: " << utf8(builder.hero()) << "\n";
+        if (lines.empty()) {
+            out << "  lines: none (no bet or raise)\n";
+            return;
+        }
+        out << "  lines (in big blinds):\n";
+        for (const Line& line : lines) {
+            out << "    " << streetToText(line.street) << " " << line.name << ":\n";
+            for (const LineVariant& v : line.variants) {
+                out << "      " << utf8(v.name) << ", " << v.forPlayer
+                    << " first: " << v.actions[0].verb << " " << number(v.actions[0].size)
+                    << ", pot " << number(v.deadmoney) << ", stacks "
+                    << number(v.player1sEffectiveStackSize) << " / "
+                    << number(v.player2sEffectiveStackSize) << ", in "
+                    << number(v.player1sLastInvestment) << " / " << number(v.player2sLastInvestment)
+                    << "; answers:";
+                for (std::size_t i = 1; i < v.actions.size(); ++i) {
+                    out << (i == 1 ? " " : ", ") << v.actions[i].verb;
+                    if (v.actions[i].size != 0.0f)
+                        out << " " << number(v.actions[i].size);
+                }
+                out << "\n";
+            }
+        }
+    }
+
     static std::string utf8(const std::string& text) { return HandHistoryText::toUtf8(text); }
 
     static const char* positionLabel(int kind) {
@@ -151,9 +196,46 @@ public:
         if (!hand.river.empty() || !hand.riverActions.empty())
             street("river", hand.river, hand.potRiver, hand.riverActions);
         json.endArray();
+        printLines();
     }
 
 private:
+    // The EV/FE lines, in big blinds; null when no hero could be found.
+    void printLines() {
+        HandHistoryLines builder(hand);
+        LineList lines;
+        builder.preflopLines(lines);
+        json.key("lines");
+        if (builder.hero().empty()) {
+            json.null();
+            return;
+        }
+        builder.flopLines(lines);
+        builder.riverLines(lines);
+        builder.turnLines(lines);
+        json.beginArray();
+        for (const Line& line : lines) {
+            json.beginObject()
+                .member("street", streetToText(line.street))
+                .member("name", line.name)
+                .key("variants")
+                .beginArray();
+            for (const LineVariant& v : line.variants) {
+                json.beginObject().member("name", utf8(v.name)).member("first", v.forPlayer);
+                json.key("size").raw(number(v.actions[0].size));
+                json.key("pot").raw(number(v.deadmoney));
+                json.key("stacks").beginArray();
+                json.raw(number(v.player1sEffectiveStackSize))
+                    .raw(number(v.player2sEffectiveStackSize));
+                json.endArray().key("last_investments").beginArray();
+                json.raw(number(v.player1sLastInvestment)).raw(number(v.player2sLastInvestment));
+                json.endArray().endObject();
+            }
+            json.endArray().endObject();
+        }
+        json.endArray();
+    }
+
     static std::string utf8(const std::string& text) { return HandHistoryText::toUtf8(text); }
 
     void street(const char* name, const std::string& cards, float pot,
@@ -193,7 +275,7 @@ int run(const std::vector<std::string>& args, CommandReply& reply) {
     }
 
     const std::vector<HandHistoryText::Piece> pieces =
-        HandHistoryText::splitAtBlankLines(HandHistoryText::toWindows1252(text));
+        HandHistoryText::splitHands(HandHistoryText::decode(text));
     if (reply.json()) {
         JsonWriter& json = reply.object();
         json.member("file", args[0]);

@@ -134,6 +134,29 @@ BENCHMARK(BM_PreflopAllVsAllDeadCards)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1);
 
+// The same dead cards against a single matchup, a few classes against a few, and the 20 %
+// range against itself.
+void BM_PreflopAhAsVsKdKcDeadCards(benchmark::State& state) {
+    const std::string cards = "2d3h4s5c6d7h8s9c";
+    runEquity(state, "AhAs", "KdKc", "", cards.substr(0, 2 * state.range(0)));
+}
+BENCHMARK(BM_PreflopAhAsVsKdKcDeadCards)->DenseRange(1, 8)->Unit(benchmark::kMillisecond);
+
+void BM_PreflopPremiumsDeadCards(benchmark::State& state) {
+    const std::string cards = "2d3h4s5c6d7h8s9c";
+    runEquity(state, premiums, premiums, "", cards.substr(0, 2 * state.range(0)));
+}
+BENCHMARK(BM_PreflopPremiumsDeadCards)->DenseRange(1, 8)->Unit(benchmark::kMillisecond);
+
+void BM_Preflop20PercentDeadCards(benchmark::State& state) {
+    const std::string cards = "2d3h4s5c6d7h8s9c";
+    runEquity(state, twentyPercent, twentyPercent, "", cards.substr(0, 2 * state.range(0)));
+}
+BENCHMARK(BM_Preflop20PercentDeadCards)
+    ->DenseRange(1, 8)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(2);
+
 void BM_FlopPairsAndBroadwaysVsPremiums(benchmark::State& state) {
     runEquity(state, pairsAndBroadways, premiums, "Ah7d2c", "");
 }

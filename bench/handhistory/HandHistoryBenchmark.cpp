@@ -1,10 +1,13 @@
 // Normalising and parsing one hand history, as the import does for a paste. A typical hand
 // is a full cash hand of the canonical dialect (nine seats, four streets, showdown and
-// summary, about 1.6 kB); the other texts show the cost of the dialect steps and of a hand
-// that fails.
+// summary, about 1.6 kB); the other texts show the cost of the dialect steps, of a paste
+// of many hands and of junk.
 
+#include "evfe/LineList.h"
+#include "handhistory/HandHistoryLines.h"
 #include "handhistory/HandHistoryNormalisation.h"
 #include "handhistory/HandHistoryParser.h"
+#include "handhistory/HandHistoryPaste.h"
 #include "handhistory/HandHistoryRecord.h"
 
 #include <benchmark/benchmark.h>
@@ -83,17 +86,17 @@ const std::string positionDialectHand = "Game#5 NL $0.50/$1\n"
                                         "BB: folds\n"
                                         "*** SUMMARY ***\n";
 
-const std::string unreadableHand = "***** Hand History for Game 13550276397 *****\n"
-                                   "$0.05/$0.10 USD NL Texas Hold'em - Monday, January 06\n"
-                                   "Seat 1 is the button\n"
-                                   "Seat 1: Ann ( $8.54 USD )\n"
-                                   "Seat 5: Bob ( $11 USD )\n"
-                                   "Ann posts small blind [$0.05 USD].\n"
-                                   "Bob posts big blind [$0.10 USD].\n"
-                                   "** Dealing down cards **\n"
-                                   "Ann calls [$0.05 USD]\n"
-                                   "Bob checks\n"
-                                   "** Dealing Flop ** [ Ah, 3s, 4s ]\n";
+const std::string plainDialectHand = "***** Hand History for Game 13550276397 *****\n"
+                                     "$0.05/$0.10 USD NL Texas Hold'em - Monday, January 06\n"
+                                     "Seat 1 is the button\n"
+                                     "Seat 1: Ann ( $8.54 USD )\n"
+                                     "Seat 5: Bob ( $11 USD )\n"
+                                     "Ann posts small blind [$0.05 USD].\n"
+                                     "Bob posts big blind [$0.10 USD].\n"
+                                     "** Dealing down cards **\n"
+                                     "Ann calls [$0.05 USD]\n"
+                                     "Bob checks\n"
+                                     "** Dealing Flop ** [ Ah, 3s, 4s ]\n";
 
 void BM_NormaliseAndParseTypicalHand(benchmark::State& state) {
     for (auto _ : state) {
@@ -123,16 +126,93 @@ void BM_NormaliseAndParsePositionDialectHand(benchmark::State& state) {
 }
 BENCHMARK(BM_NormaliseAndParsePositionDialectHand)->Unit(benchmark::kMicrosecond);
 
-void BM_NormaliseAndRejectUnreadableHand(benchmark::State& state) {
+const std::string xmlHand =
+    "<description type=\"Holdem\" stakes=\"No Limit ($1/$2)\"/>\n"
+    "<game id=\"56114855-410\" starttime=\"20120529015906\" numholecards=\"2\" gametype=\"2\">\n"
+    "<players dealer=\"5\">\n"
+    "<player seat=\"0\" nickname=\"Ann\" balance=\"$269.96\" dealtin=\"true\" />\n"
+    "<player seat=\"1\" nickname=\"Bob\" balance=\"$201.10\" dealtin=\"true\" />\n"
+    "<player seat=\"2\" nickname=\"Cy\" balance=\"$302.79\" dealtin=\"true\" />\n"
+    "<player seat=\"3\" nickname=\"Dee\" balance=\"$230.23\" dealtin=\"true\" />\n"
+    "<player seat=\"4\" nickname=\"Eve\" balance=\"$186.83\" dealtin=\"true\" />\n"
+    "<player seat=\"5\" nickname=\"Fay\" balance=\"$222.84\" dealtin=\"true\" />\n"
+    "</players>\n"
+    "<round id=\"BLINDS\" sequence=\"1\">\n"
+    "<event sequence=\"1\" type=\"SMALL_BLIND\" player=\"0\" amount=\"1.00\"/>\n"
+    "<event sequence=\"2\" type=\"BIG_BLIND\" player=\"1\" amount=\"2.00\"/>\n"
+    "</round>\n"
+    "<round id=\"PREFLOP\" sequence=\"2\">\n"
+    "<event sequence=\"3\" type=\"FOLD\" player=\"2\"/>\n"
+    "<event sequence=\"4\" type=\"FOLD\" player=\"3\"/>\n"
+    "<event sequence=\"5\" type=\"RAISE\" player=\"4\" amount=\"8.00\"/>\n"
+    "<event sequence=\"6\" type=\"RAISE\" player=\"5\" amount=\"22.25\"/>\n"
+    "<event sequence=\"7\" type=\"FOLD\" player=\"0\"/>\n"
+    "<event sequence=\"8\" type=\"CALL\" player=\"1\" amount=\"20.25\"/>\n"
+    "<event sequence=\"9\" type=\"FOLD\" player=\"4\"/>\n"
+    "</round>\n"
+    "<round id=\"POSTFLOP\" sequence=\"3\">\n"
+    "<cards type=\"COMMUNITY\" cards=\"Js,Qh,Jd\"/>\n"
+    "<event sequence=\"10\" type=\"CHECK\" player=\"1\"/>\n"
+    "<event sequence=\"11\" type=\"BET\" player=\"5\" amount=\"30.00\"/>\n"
+    "<event sequence=\"12\" type=\"FOLD\" player=\"1\"/>\n"
+    "</round>\n"
+    "</game>\n";
+
+// The hands of the other dialects, each rewritten whole into the canonical text first.
+void BM_NormaliseAndParse(benchmark::State& state, const std::string* text) {
     for (auto _ : state) {
-        try {
-            HandHistoryParser parser(unreadableHand);
-            benchmark::DoNotOptimize(parser.potFlop());
-        } catch (const HandHistoryParser::ParseError& error) {
-            benchmark::DoNotOptimize(error.reason.data());
-        }
+        HandHistoryParser parser(*text);
+        benchmark::DoNotOptimize(parser.potFlop());
     }
 }
-BENCHMARK(BM_NormaliseAndRejectUnreadableHand)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(BM_NormaliseAndParse, PlainDialectHand, &plainDialectHand)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(BM_NormaliseAndParse, XmlHand, &xmlHand)->Unit(benchmark::kMicrosecond);
+
+// What the import does with a paste of many hands before the player chooses one: decode,
+// split and read every hand. A thousand hands, the three kinds above in turn.
+void BM_ListPasteOfThousandHands(benchmark::State& state) {
+    std::string paste;
+    for (int i = 0; i < 1000; ++i)
+        paste += (i % 3 == 0 ? typicalHand : i % 3 == 1 ? plainDialectHand : xmlHand) + "\n\n";
+    for (auto _ : state) {
+        const HandHistoryPaste listed(paste);
+        benchmark::DoNotOptimize(listed.hands().data());
+    }
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
+                            static_cast<int64_t>(paste.size()));
+}
+BENCHMARK(BM_ListPasteOfThousandHands)->Unit(benchmark::kMillisecond);
+
+// Ten megabytes of random bytes pasted: listed (every piece refused) as the import would.
+void BM_ListTenMegabytesOfJunk(benchmark::State& state) {
+    std::string junk;
+    junk.reserve(10u * 1024 * 1024);
+    unsigned seed = 12345;
+    while (junk.size() < 10u * 1024 * 1024) {
+        seed = seed * 1103515245u + 12345u;
+        junk.push_back(static_cast<char>((seed >> 16) & 0xFF));
+    }
+    for (auto _ : state) {
+        const HandHistoryPaste listed(junk);
+        benchmark::DoNotOptimize(listed.hands().data());
+    }
+}
+BENCHMARK(BM_ListTenMegabytesOfJunk)->Unit(benchmark::kMillisecond);
+
+// The EV/FE lines of the typical hand, as the import builds them.
+void BM_LinesOfTypicalHand(benchmark::State& state) {
+    const HandHistoryParser parser(typicalHand);
+    for (auto _ : state) {
+        HandHistoryLines builder(parser.record());
+        LineList lines;
+        builder.preflopLines(lines);
+        builder.flopLines(lines);
+        builder.riverLines(lines);
+        builder.turnLines(lines);
+        benchmark::DoNotOptimize(lines.size());
+    }
+}
+BENCHMARK(BM_LinesOfTypicalHand)->Unit(benchmark::kMicrosecond);
 
 } // namespace

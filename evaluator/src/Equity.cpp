@@ -20,7 +20,6 @@
 #include "ValueClasses.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace qve {
 
@@ -127,7 +126,7 @@ double byValueSetsMilliseconds(const Problem& p, const std::vector<SuitPermutati
                 image = image || perm[std::size_t(earlier)] == suit;
         suits += !image;
     }
-    return 30.0 + 530.0 * std::pow(classes / 91.0, 0.87) * suits / 4.0;
+    return 8.0 + 400.0 * (classes / 91.0) * suits / 4.0;
 }
 
 bool choosesValueSets(const Problem& p) {

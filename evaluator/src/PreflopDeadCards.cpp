@@ -375,6 +375,7 @@ PreflopCounts nonFlushPart(const Query& q, const volatile bool& stop) {
 // The live hands of each class by the suit s: pattern bit 0 the high card is of suit s, bit 1
 // the low card; of a pair, pattern 1 holds the hands with one card of suit s.
 struct SuitData {
+    std::uint16_t grid[2][valueClassCount]; // the live hands of the class, all patterns
     std::uint16_t part[2][valueClassCount][4];
     std::int32_t count[2][valueClassCount][4];
     std::uint8_t high[valueClassCount];
@@ -394,6 +395,7 @@ void suitDataOf(const Query& q, int suit, const ValueClassTables& vt, SuitData& 
             d.classesOf[d.low[k]][filled[d.low[k]]++] = std::uint8_t(k);
         for (int r = 0; r < 2; ++r) {
             const unsigned g = q.grid[r][k];
+            d.grid[r][k] = std::uint16_t(g);
             std::uint16_t* part = d.part[r][k];
             if (d.high[k] == d.low[k]) {
                 part[0] = std::uint16_t(g & ~(rows | columns));
@@ -482,6 +484,8 @@ PreflopCounts familiesOfThree(const Query& q, int suit, unsigned u, const SuitDa
     FlushCounts notStraight[2]; // F classes whose flush is not straight
     int flushClasses[2][valueClassCount];
     int flushCount[2] = {0, 0};
+    // Classes without hands of either range add nothing: the walks pass them by.
+    bool occupied[valueClassCount];
     for (int k = 0; k < valueClassCount; ++k) {
         const int high = sd.high[k];
         const int low = sd.low[k];
@@ -499,6 +503,7 @@ PreflopCounts familiesOfThree(const Query& q, int suit, unsigned u, const SuitDa
                 flushClasses[r][flushCount[r]++] = k;
             }
         }
+        occupied[k] = flushOf[k] || base[k].n[0] || base[k].n[1];
         if (flushOf[k]) {
             flushStrength[k] = t.flush[u | (1u << high) | (1u << low)];
             if (!straightFlush(t, flushStrength[k]))
@@ -526,6 +531,10 @@ PreflopCounts familiesOfThree(const Query& q, int suit, unsigned u, const SuitDa
     }
 
     ThreeWeights w[valueClassCount];
+    int heldClasses[valueClassCount];
+    Strength heldStrengths[valueClassCount];
+    int weighted[valueClassCount] = {};
+    int stamp = 0;
     for (int y1 = 0; y1 < 13; ++y1) {
         const int free1 = freeOtherSuits(q, y1, suit);
         for (int y2 = y1; y2 < 13; ++y2) {
@@ -547,21 +556,18 @@ PreflopCounts familiesOfThree(const Query& q, int suit, unsigned u, const SuitDa
             ++counts[y2];
             const ValueClassTables::Order order = orderOfCounts(t, vt, counts);
 
-            for (int k = 0; k < valueClassCount; ++k)
-                for (int r = 0; r < 2; ++r) {
-                    w[k].n[r] = all * base[k].n[r];
-                    w[k].high[r] = all * base[k].high[r];
-                    w[k].low[r] = all * base[k].low[r];
-                }
-            // The classes of W's values, weighted by their other-suit cards of y1 and y2.
+            // The classes of W's values, weighted by their other-suit cards of y1 and y2; the
+            // others weigh every hand alike (all the ways of W), taken out of the walk's sums.
+            ++stamp;
             for (int side = 0; side < (y1 == y2 ? 1 : 2); ++side) {
                 const int y = side ? y2 : y1;
                 for (int m = 0; m < 13; ++m) {
                     const int k = sd.classesOf[y][m];
                     const int high = sd.high[k];
                     const int low = sd.low[k];
-                    if (side == 1 && (high == y1 || low == y1))
-                        continue; // done with y1
+                    if ((side == 1 && (high == y1 || low == y1)) || !occupied[k])
+                        continue; // done with y1, or nothing to weigh
+                    weighted[k] = stamp;
                     // b1, b2 of a hand whose high (low) card is of another suit or not.
                     const auto weight = [&](int highOther, int lowOther) {
                         const int b1 = (high == y1 ? highOther : 0) + (low == y1 ? lowOther : 0);
@@ -591,16 +597,28 @@ PreflopCounts familiesOfThree(const Query& q, int suit, unsigned u, const SuitDa
             FlushCounts equal[2];
             std::int64_t wins = 0;
             std::int64_t ties = 0;
+            std::int64_t winsOfAll = 0; // the same for the classes weighted by `all`
+            std::int64_t tiesOfAll = 0;
             std::int64_t valueWins = 0; // F against F by values
             std::int64_t valueTies = 0;
+            int held = 0;
+            for (int j = 0; j < valueClassCount; ++j) {
+                const int k = order.classes[j];
+                if (occupied[k]) {
+                    heldClasses[held] = k;
+                    heldStrengths[held++] = order.strengths[j];
+                }
+            }
             int i = 0;
-            while (i < valueClassCount) {
+            while (i < held) {
                 int end = i + 1;
-                while (end < valueClassCount && order.strengths[end] == order.strengths[i])
+                while (end < held && heldStrengths[end] == heldStrengths[i])
                     ++end;
                 bool anyFlush = false;
                 for (int j = i; j < end; ++j) {
-                    const int k = order.classes[j];
+                    const int k = heldClasses[j];
+                    if (!flushOf[k])
+                        continue;
                     for (int r = 0; r < 2; ++r) {
                         if ((flushOf[k] >> r) & 1) {
                             equal[r].add(sd.high[k], sd.low[k]);
@@ -610,22 +628,25 @@ PreflopCounts familiesOfThree(const Query& q, int suit, unsigned u, const SuitDa
                 }
                 if (anyFlush)
                     atOrBelow1.add(equal[0]);
-                const bool big = order.strengths[i] >= fullHouse;
+                const bool big = heldStrengths[i] >= fullHouse;
                 for (int j = i; j < end; ++j) {
-                    const int k = order.classes[j];
+                    const int k = heldClasses[j];
                     const int high = sd.high[k];
                     const int low = sd.low[k];
-                    const ThreeWeights& c = w[k];
+                    const bool own = weighted[k] == stamp;
+                    const ThreeWeights& c = own ? w[k] : base[k];
+                    std::int64_t& classWins = own ? wins : winsOfAll;
+                    std::int64_t& classTies = own ? ties : tiesOfAll;
                     // This class's N hands of range r against the F hands counted in f.
                     const auto against = [&](const FlushCounts& f, int r) {
                         return c.n[r] * f.all - c.high[r] * f.of[high] - c.low[r] * f.of[low];
                     };
                     // Against range1's F at or below: won instead of lost or tied; against
                     // range2's F below: lost instead of won.
-                    wins += against(atOrBelow1, 1) - against(below2, 0);
+                    classWins += against(atOrBelow1, 1) - against(below2, 0);
                     if (anyFlush) {
                         // At the level: no longer tied.
-                        ties -= against(equal[0], 1) + against(equal[1], 0);
+                        classTies -= against(equal[0], 1) + against(equal[1], 0);
                         if (flushOf[k] & 1) {
                             valueWins += below2.apart(high, low);
                             // The same hand in both ranges shares both its cards: no pair.
@@ -634,7 +655,7 @@ PreflopCounts familiesOfThree(const Query& q, int suit, unsigned u, const SuitDa
                     }
                     if (big) {
                         // Big N hands beat the flushes that are not straight.
-                        wins += against(notStraight[1], 0) - against(notStraight[0], 1);
+                        classWins += against(notStraight[1], 0) - against(notStraight[0], 1);
                     }
                 }
                 if (anyFlush) {
@@ -644,8 +665,8 @@ PreflopCounts familiesOfThree(const Query& q, int suit, unsigned u, const SuitDa
                 }
                 i = end;
             }
-            delta.wins += wins + all * (flushWins - valueWins);
-            delta.ties += ties + all * (flushTies - valueTies);
+            delta.wins += wins + all * (winsOfAll + flushWins - valueWins);
+            delta.ties += ties + all * (tiesOfAll + flushTies - valueTies);
         }
     }
     return delta;
@@ -902,14 +923,6 @@ QVE_ALWAYS_INLINE int otherOf(const WideClass& c, int p, int high, int low, int 
     return (high == y ? c.otherHigh[p] : 0) + (low == y && high != low ? c.otherLow[p] : 0);
 }
 
-// Clears the cards of a class's values in `c` (after its level).
-QVE_ALWAYS_INLINE void clearCards(int high, int low, WideCounters& c) {
-    for (int lane = 0; lane < 4; ++lane) {
-        c.card[13 * lane + high] = c.cardOther[13 * lane + high] = 0;
-        c.card[13 * lane + low] = c.cardOther[13 * lane + low] = 0;
-    }
-}
-
 PreflopCounts familiesWide(const Query& q, int suit, unsigned u, const SuitData& sd,
                            const RankTables& t, const ValueClassTables& vt, Strength fullHouse,
                            FlushContents& fc) {
@@ -928,6 +941,9 @@ PreflopCounts familiesWide(const Query& q, int suit, unsigned u, const SuitData&
         c.patterns = pair ? 2 : 4;
         for (int r = 0; r < 2; ++r)
             c.flushGrid[r] = c.nonFlushGrid[r] = c.straightGrid[r] = 0;
+        c.any = (sd.grid[0][k] | sd.grid[1][k]) != 0;
+        if (!c.any)
+            continue; // no hands of either range: the walks pass the class by
         for (int p = 0; p < 4; ++p) {
             const bool highOfSuit = pair ? p == 1 : (p & 1) != 0;
             const bool lowOfSuit = !pair && (p & 2) != 0;
@@ -991,6 +1007,8 @@ PreflopCounts familiesWide(const Query& q, int suit, unsigned u, const SuitData&
     WideCounters total[2][2]; // [range][F, N]
     WideCounters straights[2];
     for (int k = 0; k < valueClassCount; ++k) {
+        if (!classes[k].any)
+            continue;
         for (int r = 0; r < 2; ++r) {
             addGrid(vt, classes[k].flushGrid[r], sd.high[k], sd.low[k], 0, total[r][0]);
             addGrid(vt, classes[k].nonFlushGrid[r], sd.high[k], sd.low[k], 0, total[r][1]);
@@ -1027,10 +1045,9 @@ PreflopCounts familiesWide(const Query& q, int suit, unsigned u, const SuitData&
 
     WideCounters belowAll;
     WideCounters belowFlush;
-    WideCounters equalAll;
-    WideCounters equalFlush;
-    WideCounters one;
-    int levelClasses[valueClassCount];
+    WideCounters bigFlushes[2];
+    int heldClasses[valueClassCount];
+    Strength heldStrengths[valueClassCount];
     for (int y = five ? -1 : 0; y < (five ? 0 : 13); ++y) {
         const std::int64_t free = five ? 1 : freeOtherSuits(q, y, suit);
         if (free == 0)
@@ -1051,71 +1068,49 @@ PreflopCounts familiesWide(const Query& q, int suit, unsigned u, const SuitData&
         std::int64_t nonFlushWins = 0;
         std::int64_t nonFlushTies = 0;
         std::int64_t bigWins = 0;
-        int i = 0;
-        while (i < valueClassCount) {
-            int end = i + 1;
-            while (end < valueClassCount && order.strengths[end] == order.strengths[i])
-                ++end;
-            int levelSize = 0;
-            for (int j = i; j < end; ++j)
-                if (classes[order.classes[j]].any)
-                    levelClasses[levelSize++] = order.classes[j];
-            const bool alone = levelSize == 1;
-            const auto forParts = [&](int k, int r, const auto& visit) {
-                const WideClass& c = classes[k];
-                const int high = sd.high[k];
-                const int low = sd.low[k];
-                if (high != y && low != y) {
-                    if (c.flushGrid[r])
-                        visit(unsigned(c.flushGrid[r]), true, 0);
-                    if (c.nonFlushGrid[r])
-                        visit(unsigned(c.nonFlushGrid[r]), false, 0);
-                    return;
-                }
-                for (int p = 0; p < c.patterns; ++p)
-                    if (c.grid[r][p])
-                        visit(unsigned(c.grid[r][p]), c.flush[p], otherOf(c, p, high, low, y));
-            };
-            if (!alone) {
-                for (int m = 0; m < levelSize; ++m) {
-                    const int k = levelClasses[m];
-                    forParts(k, 1, [&](unsigned grid, bool flush, int other) {
-                        addGrid(vt, grid, sd.high[k], sd.low[k], other, equalAll);
-                        if (flush)
-                            addGrid(vt, grid, sd.high[k], sd.low[k], other, equalFlush);
-                    });
-                }
+        bool bigFlushesReady = false;
+        const auto forParts = [&](int k, int r, const auto& visit) {
+            const WideClass& c = classes[k];
+            const int high = sd.high[k];
+            const int low = sd.low[k];
+            if (high != y && low != y) {
+                if (c.flushGrid[r])
+                    visit(unsigned(c.flushGrid[r]), true, 0);
+                if (c.nonFlushGrid[r])
+                    visit(unsigned(c.nonFlushGrid[r]), false, 0);
+                return;
             }
+            for (int p = 0; p < c.patterns; ++p)
+                if (c.grid[r][p])
+                    visit(unsigned(c.grid[r][p]), c.flush[p], otherOf(c, p, high, low, y));
+        };
+        // The classes with hands, in the order of V, and their strengths.
+        int held = 0;
+        for (int j = 0; j < valueClassCount; ++j) {
+            const int k = order.classes[j];
+            if (classes[k].any) {
+                heldClasses[held] = k;
+                heldStrengths[held++] = order.strengths[j];
+            }
+        }
+        int i = 0;
+        while (i < held) {
+            int end = i + 1;
+            while (end < held && heldStrengths[end] == heldStrengths[i])
+                ++end;
+            const int levelSize = end - i;
+            const int* levelClasses = heldClasses + i;
+            // Range1's hands of the level against range2's below: wins; against those at or
+            // below, less the wins: ties.
             for (int m = 0; m < levelSize; ++m) {
                 const int k = levelClasses[m];
-                const int high = sd.high[k];
-                const int low = sd.low[k];
                 forParts(k, 0, [&](unsigned grid, bool flush, int other) {
-                    nonFlushWins +=
-                        pairsOf(vt, grid, high, low, other, free, flush ? belowAll : belowFlush);
-                    if (!alone) {
-                        nonFlushTies += pairsOf(vt, grid, high, low, other, free,
-                                                flush ? equalAll : equalFlush);
-                    } else {
-                        // Ties with the class's own hands of range 2: an F hand with every
-                        // hand, an N hand with the F hands.
-                        forParts(k, 1, [&](unsigned grid2, bool flush2, int other2) {
-                            if (!flush && !flush2)
-                                return;
-                            addGrid(vt, grid2, high, low, other2, one);
-                            nonFlushTies += pairsOf(vt, grid, high, low, other, free, one);
-                            one.count = one.other = 0;
-                            clearCards(high, low, one);
-                        });
-                    }
-                    // A hand in both ranges is no pair with itself: the sums took it twice off
-                    // (once per card) and once on.
-                    if (flush)
-                        nonFlushTies +=
-                            popcount16(grid & classes[k].flushGrid[1]) * (free - 2 * other);
+                    const std::int64_t below = pairsOf(vt, grid, sd.high[k], sd.low[k], other, free,
+                                                       flush ? belowAll : belowFlush);
+                    nonFlushWins += below;
+                    nonFlushTies -= below;
                 });
             }
-            // The level joins the hands below.
             for (int m = 0; m < levelSize; ++m) {
                 const int k = levelClasses[m];
                 forParts(k, 1, [&](unsigned grid, bool flush, int other) {
@@ -1123,35 +1118,35 @@ PreflopCounts familiesWide(const Query& q, int suit, unsigned u, const SuitData&
                     if (flush)
                         addGrid(vt, grid, sd.high[k], sd.low[k], other, belowFlush);
                 });
-                if (!alone) {
-                    clearCards(sd.high[k], sd.low[k], equalAll);
-                    clearCards(sd.high[k], sd.low[k], equalFlush);
-                }
             }
-            equalAll.count = equalAll.other = equalFlush.count = equalFlush.other = 0;
+            for (int m = 0; m < levelSize; ++m) {
+                const int k = levelClasses[m];
+                forParts(k, 0, [&](unsigned grid, bool flush, int other) {
+                    nonFlushTies += pairsOf(vt, grid, sd.high[k], sd.low[k], other, free,
+                                            flush ? belowAll : belowFlush);
+                    // A hand in both ranges is no pair with itself: the sums took it twice off
+                    // (once per card) and once on.
+                    if (flush)
+                        nonFlushTies +=
+                            popcount16(grid & classes[k].flushGrid[1]) * (free - 2 * other);
+                });
+            }
 
             // Big N hands beat the flushes that are not straight: a big N2 hand keeps what F1
             // would have won, a big N1 hand wins against F2.
-            if (order.strengths[i] >= fullHouse) {
-                for (int m = 0; m < levelSize; ++m) {
-                    const int k = levelClasses[m];
-                    const int high = sd.high[k];
-                    const int low = sd.low[k];
-                    for (int r = 0; r < 2; ++r) {
-                        const unsigned grid = classes[k].nonFlushGrid[r];
-                        if (!grid)
-                            continue;
-                        const int other = high == low ? 2 * (high == y) : (high == y) + (low == y);
-                        const int o = 1 - r; // the range of the flushes
-                        // The flushes that are not straight, with their other-suit cards of y
-                        // (an F hand with one s-card holds one card of another suit).
-                        WideCounters& flushes = one;
-                        for (int x = 0; x < 13; ++x) {
+            if (heldStrengths[i] >= fullHouse) {
+                if (!bigFlushesReady) {
+                    // Per range, its flushes that are not straight, with their other-suit cards
+                    // of y (an F hand with one s-card holds one card of another suit).
+                    for (int o = 0; o < 2; ++o) {
+                        WideCounters& flushes = bigFlushes[o];
+                        flushes = WideCounters();
+                        for (int x = 0; x < 13 && !five; ++x) {
                             if (!fc.used[1 + x] || fc.straight[1 + x])
                                 continue;
                             for (int lane = 0; lane < 4; ++lane) {
                                 const int card = 13 * lane + y;
-                                const std::int32_t n = five ? 0 : fc.single[o][x][card];
+                                const std::int32_t n = fc.single[o][x][card];
                                 if (!n)
                                     continue;
                                 flushes.other += n;
@@ -1162,9 +1157,21 @@ PreflopCounts familiesWide(const Query& q, int suit, unsigned u, const SuitData&
                         flushes.count = total[o][0].count - straights[o].count;
                         for (int card = 0; card < 52; ++card)
                             flushes.card[card] = total[o][0].card[card] - straights[o].card[card];
-                        const std::int64_t w = pairsOf(vt, grid, high, low, other, free, flushes);
+                    }
+                    bigFlushesReady = true;
+                }
+                for (int m = 0; m < levelSize; ++m) {
+                    const int k = levelClasses[m];
+                    const int high = sd.high[k];
+                    const int low = sd.low[k];
+                    for (int r = 0; r < 2; ++r) {
+                        const unsigned grid = classes[k].nonFlushGrid[r];
+                        if (!grid)
+                            continue;
+                        const int other = high == low ? 2 * (high == y) : (high == y) + (low == y);
+                        const std::int64_t w =
+                            pairsOf(vt, grid, high, low, other, free, bigFlushes[1 - r]);
                         bigWins += r == 1 ? -w : w;
-                        one = WideCounters();
                     }
                 }
             }

@@ -20,9 +20,9 @@
 // win and tie minus what the non-flush part counted for the pairs touching a flush hand.
 //
 // Every count is exact. The cost hardly depends on the number of dead cards (6,175 value
-// multisets and about 150,000 families, each a walk over the 91 classes) and grows with the
-// classes the ranges hold; a suit that a suit symmetry of the ranges and the dead cards maps
-// to an earlier suit takes that suit's correction.
+// multisets and about 150,000 families, each a walk over the classes holding hands of either
+// range) and grows with the classes the ranges hold; a suit that a suit symmetry of the ranges
+// and the dead cards maps to an earlier suit takes that suit's correction.
 
 #include "Enumeration.h"
 #include "Problem.h"

@@ -4,6 +4,7 @@
 #include "LocalHttpServer.h"
 #include "ModalDriver.h"
 #include "QtPrinting.h"
+#include "WaitUntil.h"
 
 #include "app/CrashReporter.h"
 #include "app/StartUp.h"
@@ -25,14 +26,6 @@
 #include <functional>
 
 namespace {
-
-bool waitUntil(const std::function<bool()>& done, int limitMs = 10000) {
-    QElapsedTimer clock;
-    clock.start();
-    while (!done() && clock.elapsed() < limitMs)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    return done();
-}
 
 QString lastErrorMessage() {
     wchar_t buffer[256];

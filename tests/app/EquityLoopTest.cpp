@@ -10,6 +10,7 @@
 #include "selection/ManagedHandRangeLine.h"
 #include "ui_Quorvane.h"
 #include "utils/ui/EquityColor.h"
+#include "utils/ui/PlayerColor.h"
 
 #include <QElapsedTimer>
 #include <QLabel>
@@ -36,6 +37,7 @@ ExpectedLabel expectedFor(const LongedEvaluation& result, int player) {
     ExpectedLabel expected;
     expected.text = QString::number(equity, 'f', 2) + QStringLiteral(" %");
     expected.toolTip =
+        QStringLiteral("<b>Player %1's equity</b>").arg(player) +
         QStringLiteral("<table border=\"0\"><tr><td><b>Wins:</b></td><td>%1 %"
                        "</td></tr><tr><td><b>Ties:</b></td><td>%2 %</td></tr>"
                        "<tr><td><b>Losses:</b></td><td>%3% </td></tr></table>")
@@ -43,6 +45,7 @@ ExpectedLabel expectedFor(const LongedEvaluation& result, int player) {
                  QString::number(other * 0.5 / total * 100.0));
     const QColor color = colorForEquity(static_cast<float>(equity / 100.0));
     expected.styleSheet =
+        PlayerColor::markerStyle(player) +
         QStringLiteral("background-color:rgb(%1,%2,0);").arg(color.red()).arg(color.green());
     return expected;
 }
@@ -150,7 +153,8 @@ TEST_F(EquityLoop, AnEmptyRangeLeavesBothLabelsEmptyWithoutAMovie) {
     for (int player : {1, 2}) {
         EXPECT_TRUE(driver.equityLabel(player)->text().isEmpty());
         EXPECT_EQ(driver.equityLabel(player)->movie(), nullptr);
-        EXPECT_TRUE(driver.equityLabel(player)->styleSheet().isEmpty());
+        // Only the player's marker, no traffic light.
+        EXPECT_EQ(driver.equityLabel(player)->styleSheet(), PlayerColor::markerStyle(player));
     }
     EXPECT_EQ(driver.publishedIds().size(), publishedBefore);
 }
@@ -197,19 +201,21 @@ TEST_F(EquityLoop, PureWinAndPureLossToolTipsAndColours) {
     driver.window().publishEquityCalculatorResult(driver.window().currentEquityHandle(), pureWin);
     EXPECT_EQ(driver.equityLabel(1)->text(), QStringLiteral("100.00 %"));
     EXPECT_EQ(driver.equityLabel(1)->toolTip(),
-              QStringLiteral("<table border=\"0\"><tr><td><b>Wins:</b></td><td>100 %</td></tr>"
+              QStringLiteral("<b>Player 1's equity</b>"
+                             "<table border=\"0\"><tr><td><b>Wins:</b></td><td>100 %</td></tr>"
                              "<tr><td><b>Ties:</b></td><td>0 %</td></tr><tr><td><b>Losses:</b>"
                              "</td><td>0% </td></tr></table>"));
     EXPECT_EQ(driver.equityLabel(1)->styleSheet(),
-              QStringLiteral("background-color:rgb(0,255,0);"));
+              PlayerColor::markerStyle(1) + QStringLiteral("background-color:rgb(0,255,0);"));
     EXPECT_EQ(driver.equityLabel(2)->text(), QStringLiteral("0.00 %"));
     // The losses are halved like the ties.
     EXPECT_EQ(driver.equityLabel(2)->toolTip(),
-              QStringLiteral("<table border=\"0\"><tr><td><b>Wins:</b></td><td>0 %</td></tr>"
+              QStringLiteral("<b>Player 2's equity</b>"
+                             "<table border=\"0\"><tr><td><b>Wins:</b></td><td>0 %</td></tr>"
                              "<tr><td><b>Ties:</b></td><td>0 %</td></tr><tr><td><b>Losses:</b>"
                              "</td><td>50% </td></tr></table>"));
     EXPECT_EQ(driver.equityLabel(2)->styleSheet(),
-              QStringLiteral("background-color:rgb(255,0,0);"));
+              PlayerColor::markerStyle(2) + QStringLiteral("background-color:rgb(255,0,0);"));
 
     LongedEvaluation allTies;
     allTies.total = 8;
@@ -217,7 +223,7 @@ TEST_F(EquityLoop, PureWinAndPureLossToolTipsAndColours) {
     driver.window().publishEquityCalculatorResult(driver.window().currentEquityHandle(), allTies);
     EXPECT_EQ(driver.equityLabel(1)->text(), QStringLiteral("50.00 %"));
     EXPECT_EQ(driver.equityLabel(2)->styleSheet(),
-              QStringLiteral("background-color:rgb(255,255,0);"));
+              PlayerColor::markerStyle(2) + QStringLiteral("background-color:rgb(255,255,0);"));
 }
 
 TEST_F(EquityLoop, NoPossibleMatchupShowsNoNumber) {
@@ -228,7 +234,7 @@ TEST_F(EquityLoop, NoPossibleMatchupShowsNoNumber) {
     ASSERT_TRUE(driver.waitForEquity());
     EXPECT_FALSE(driver.equityLabel(1)->text().contains(QLatin1Char('%')));
     EXPECT_FALSE(driver.equityLabel(1)->toolTip().isEmpty());
-    EXPECT_TRUE(driver.equityLabel(1)->styleSheet().isEmpty());
+    EXPECT_EQ(driver.equityLabel(1)->styleSheet(), PlayerColor::markerStyle(1));
 }
 
 TEST_F(EquityLoop, AnUnfinishedFlopCalculatesNothingAndSaysWhy) {

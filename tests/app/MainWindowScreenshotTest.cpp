@@ -46,9 +46,10 @@ TEST(MainWindowScreenshot, RangesBoardAndEquity) {
     const QImage saved(path);
     ASSERT_FALSE(saved.isNull());
     EXPECT_EQ(saved.size(), driver.window().size() * driver.window().devicePixelRatioF());
-    // The traffic light is in the picture: player 1's label colour appears where it sits.
+    // The traffic light is in the picture: player 1's label colour appears where it sits
+    // (above the text, right of the player's marker on its left edge).
     QLabel* label = driver.equityLabel(1);
-    const QPoint inside = label->mapTo(&driver.window(), QPoint(3, label->height() / 2));
+    const QPoint inside = label->mapTo(&driver.window(), QPoint(label->width() / 2, 3));
     const QColor seen = saved.pixelColor(inside);
     EXPECT_EQ(seen.blue(), 0);
     EXPECT_EQ(seen.green(), 255); // player 1 leads on this flop

@@ -4,6 +4,7 @@
 #include "LocalHttpServer.h"
 #include "ModalDriver.h"
 #include "QtPrinting.h"
+#include "WaitUntil.h"
 #include "support/TestEnvironment.h"
 
 #include "app/ProductServer.h"
@@ -11,12 +12,14 @@
 #include "app/StartUp.h"
 #include "quorvane/Version.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QPainter>
+#include <QPointer>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QSettings>
@@ -34,15 +37,6 @@ namespace {
 
 QSettings appSettings() {
     return QSettings(QStringLiteral("Velmara"), QStringLiteral("Quorvane"));
-}
-
-// Runs the event loop until `done` holds or `limitMs` passed; returns `done()`.
-bool waitUntil(const std::function<bool()>& done, int limitMs = 10000) {
-    QElapsedTimer clock;
-    clock.start();
-    while (!done() && clock.elapsed() < limitMs)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    return done();
 }
 
 // ---- Program version -------------------------------------------------------------------
@@ -77,6 +71,8 @@ TEST(ProductServer, BuiltInAddressAndOverride) {
                   QStringLiteral("http://127.0.0.1:8123/crashReports/crashrprt.php"));
         // What users read stays the public address.
         EXPECT_EQ(ProductServer::webAddress(), QStringLiteral("https://www.quorvane.com"));
+        EXPECT_EQ(ProductServer::downloadAddress(),
+                  QStringLiteral("https://www.quorvane.com/download"));
     }
     ServerOverride empty(QString{});
     EXPECT_EQ(ProductServer::baseUrl(), QStringLiteral("https://www.quorvane.com"));
@@ -84,33 +80,37 @@ TEST(ProductServer, BuiltInAddressAndOverride) {
 
 // ---- Release notes ------------------------------------------------------------------------
 
+const QByteArray serverNotes = "<html><body><h2>Quorvane 1.20.2</h2><ul><li>Faster board hits.</li>"
+                               "<li>Hand histories of more sites.</li></ul></body></html>";
+
+QString shownText(const ReleaseNoteDialog& dialog) {
+    return dialog.webView()->page()->mainFrame()->toPlainText();
+}
+
 class ReleaseNotesTest : public ::testing::Test {
 protected:
     void SetUp() override {
         appSettings().clear();
         server.answer("/changeLogContent.php",
-                      {200,
-                       "<html><body><h2>Quorvane 1.20.2</h2><ul><li>Faster board hits.</li>"
-                       "<li>Hand histories of more sites.</li></ul></body></html>",
-                       0, false, "text/html; charset=utf-8"});
+                      {200, serverNotes, 0, false, "text/html; charset=utf-8"});
+        window.resize(900, 600);
+        window.show();
     }
 
-    // Calls showReleaseNotesIfNew; returns how many release note dialogs it ran. The first
-    // one is checked, photographed and closed with Ok.
+    // Calls showReleaseNotesIfNew over the window; returns how many dialogs it opened. The
+    // first one is checked, photographed and closed.
     int showAndCount(const QString& screenshotName = QString()) {
-        int shown = 0;
-        ModalDriver driver;
-        driver.onOtherModal([&](QWidget* modal) {
-            auto* dialog = qobject_cast<ReleaseNoteDialog*>(modal);
-            ASSERT_NE(dialog, nullptr) << modal->metaObject()->className();
-            ++shown;
-            checkDialog(*dialog, screenshotName);
-            dialog->accept();
-        });
-        showReleaseNotesIfNew();
-        EXPECT_FALSE(driver.timedOut());
-        EXPECT_EQ(driver.boxes().size(), 0);
-        return shown;
+        ModalDriver driver; // no modal window may come
+        ReleaseNoteDialog* dialog = showReleaseNotesIfNew(&window);
+        if (!dialog)
+            return 0;
+        QPointer<ReleaseNoteDialog> alive(dialog);
+        checkDialog(*dialog, screenshotName);
+        dialog->close(); // deletes itself, later
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_TRUE(alive.isNull());
+        EXPECT_TRUE(driver.boxes().isEmpty());
+        return 1;
     }
 
     void checkDialog(ReleaseNoteDialog& dialog, const QString& screenshotName) {
@@ -118,17 +118,18 @@ protected:
         EXPECT_EQ(dialog.size(), QSize(647, 436));
         EXPECT_FALSE(dialog.windowFlags().testFlag(Qt::WindowContextHelpButtonHint));
         EXPECT_FALSE(dialog.windowIcon().isNull());
-        EXPECT_EQ(dialog.parentWidget(), nullptr);
+        // Over the main window, which it does not hold back.
+        EXPECT_EQ(dialog.parentWidget(), &window);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_FALSE(dialog.isModal());
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
         QWebView* view = dialog.webView();
         EXPECT_TRUE(view->renderHints().testFlag(QPainter::TextAntialiasing));
-        EXPECT_TRUE(waitUntil([view] {
-            return view->page()->mainFrame()->toPlainText().contains(
-                QStringLiteral("Faster board hits."));
-        }));
-        EXPECT_EQ(view->url().toString(),
-                  server.baseUrl() + QStringLiteral("/changeLogContent.php"));
+        EXPECT_TRUE(waitUntil([&dialog] { return dialog.settled(); }));
+        EXPECT_EQ(dialog.source(), ReleaseNoteDialog::Source::Server);
+        EXPECT_TRUE(shownText(dialog).contains(QStringLiteral("Faster board hits.")));
         // Rendered as a page, not shown as source.
-        EXPECT_FALSE(view->page()->mainFrame()->toPlainText().contains(QStringLiteral("<li>")));
+        EXPECT_FALSE(shownText(dialog).contains(QStringLiteral("<li>")));
         if (!screenshotName.isEmpty())
             dialog.grab().save(QString::fromStdString(TestEnvironment::outputFolder()) + "/" +
                                screenshotName);
@@ -136,6 +137,7 @@ protected:
 
     LocalHttpServer server;
     ServerOverride serverOverride{server.baseUrl()};
+    QWidget window;
 };
 
 TEST_F(ReleaseNotesTest, FirstStartShowsThemOnceAndStoresTheVersion) {
@@ -157,6 +159,7 @@ TEST_F(ReleaseNotesTest, OlderStoredVersionShowsThem) {
 TEST_F(ReleaseNotesTest, EqualStoredVersionShowsNothing) {
     appSettings().setValue(QStringLiteral("releaseNoteVersion"), Version::program);
     EXPECT_EQ(showAndCount(), 0);
+    EXPECT_EQ(server.requestCount("/changeLogContent.php"), 0);
 }
 
 TEST_F(ReleaseNotesTest, GreaterStoredVersionShowsNothingAndIsKept) {
@@ -165,61 +168,117 @@ TEST_F(ReleaseNotesTest, GreaterStoredVersionShowsNothingAndIsKept) {
     EXPECT_EQ(appSettings().value(QStringLiteral("releaseNoteVersion")).toFloat(), 1.3f);
 }
 
-TEST_F(ReleaseNotesTest, UnreachablePageSaysSo) {
-    server.answer("/changeLogContent.php", {404, "", 0, false});
+TEST(BundledReleaseNotes, AreThisVersionsNotes) {
+    const QString notes = ReleaseNoteDialog::bundledNotes();
+    ASSERT_FALSE(notes.isEmpty());
+    EXPECT_TRUE(
+        notes.contains(QStringLiteral("Quorvane ") + QString::fromStdString(Version::aboutText())));
+}
+
+// The server's page fails in one of many ways: the dialog keeps the bundled notes and never
+// shows what the server sent instead.
+class ReleaseNotesFallbackTest : public ::testing::Test {
+protected:
+    void expectBundledNotes(const char* screenshotName = nullptr) {
+        ReleaseNoteDialog dialog;
+        dialog.show();
+        // The bundled notes are there at once, before the server answered.
+        EXPECT_TRUE(waitUntil(
+            [&dialog] {
+                return shownText(dialog).contains(
+                    QStringLiteral("These notes come with the program."));
+            },
+            3000));
+        QElapsedTimer clock;
+        clock.start();
+        EXPECT_TRUE(waitUntil([&dialog] { return dialog.settled(); },
+                              ReleaseNoteDialog::pageTimeoutMs + 3000));
+        EXPECT_LE(clock.elapsed(), ReleaseNoteDialog::pageTimeoutMs + 1000);
+        EXPECT_EQ(dialog.source(), ReleaseNoteDialog::Source::Bundled);
+        const QString text = shownText(dialog);
+        EXPECT_TRUE(text.contains(QString::fromStdString(Version::aboutText())))
+            << qPrintable(text);
+        EXPECT_FALSE(text.contains(QStringLiteral("Error"), Qt::CaseInsensitive))
+            << qPrintable(text);
+        EXPECT_FALSE(text.contains(QStringLiteral("404")));
+        if (screenshotName)
+            dialog.grab().save(QString::fromStdString(TestEnvironment::outputFolder()) + "/" +
+                               screenshotName);
+    }
+
+    LocalHttpServer server;
+};
+
+TEST_F(ReleaseNotesFallbackTest, HttpErrorPageIsNeverShown) {
+    server.answer(
+        "/changeLogContent.php",
+        {404, "<html><body><h1>Error code: 404</h1></body></html>", 0, false, "text/html"});
+    ServerOverride local(server.baseUrl());
+    expectBundledNotes("app-release-notes-offline.png");
+    EXPECT_EQ(server.requestCount("/changeLogContent.php"), 1);
+}
+
+TEST_F(ReleaseNotesFallbackTest, ServerErrorKeepsTheBundledNotes) {
+    server.answer("/changeLogContent.php",
+                  {500, "<html>Internal Server Error</html>", 0, false, "text/html"});
+    ServerOverride local(server.baseUrl());
+    expectBundledNotes();
+}
+
+TEST_F(ReleaseNotesFallbackTest, EmptyPageKeepsTheBundledNotes) {
+    server.answer("/changeLogContent.php", {200, "  \n", 0, false, "text/html"});
+    ServerOverride local(server.baseUrl());
+    expectBundledNotes();
+}
+
+TEST_F(ReleaseNotesFallbackTest, RefusedConnectionKeepsTheBundledNotes) {
     ServerOverride nowhere(QStringLiteral("http://127.0.0.1:1"));
+    expectBundledNotes();
+}
+
+TEST_F(ReleaseNotesFallbackTest, ServerThatNeverAnswersTimesOut) {
+    server.answer("/changeLogContent.php", {200, serverNotes, 0, true});
+    ServerOverride local(server.baseUrl());
+    expectBundledNotes();
+}
+
+TEST_F(ReleaseNotesFallbackTest, LateButGoodPageReplacesTheBundledNotes) {
+    server.answer("/changeLogContent.php", {200, serverNotes, 800, false, "text/html"});
+    ServerOverride local(server.baseUrl());
     ReleaseNoteDialog dialog;
-    QWebView* view = dialog.webView();
-    EXPECT_TRUE(waitUntil([view] {
-        return view->page()->mainFrame()->toPlainText().contains(
-            QStringLiteral("The release notes could not be loaded."));
-    }));
+    EXPECT_EQ(dialog.source(), ReleaseNoteDialog::Source::Bundled);
+    ASSERT_TRUE(waitUntil([&dialog] { return dialog.settled(); }));
+    EXPECT_EQ(dialog.source(), ReleaseNoteDialog::Source::Server);
+    EXPECT_TRUE(waitUntil(
+        [&dialog] { return shownText(dialog).contains(QStringLiteral("Faster board hits.")); }));
 }
 
 // ---- Updater --------------------------------------------------------------------------------
 
-TEST(LaunchUpdater, MissingUpdaterShowsTheCriticalBoxAndAPresentOneIsStarted) {
-    const QString updater =
-        QCoreApplication::applicationDirPath() + QStringLiteral("/QuorvaneUpdater");
-    QFile::remove(updater);
-    {
-        ModalDriver driver;
-        driver.press(QMessageBox::Ok);
-        launchUpdater();
-        ASSERT_EQ(driver.boxes().size(), 1);
-        const ModalDriver::SeenBox& box = driver.boxes()[0];
-        EXPECT_EQ(box.title, QStringLiteral("QuorvaneUpdater.exe not found"));
-        EXPECT_EQ(box.text,
-                  QStringLiteral("QuorvaneUpdater.exe could not be found. Please make sure that "
-                                 "no files have been deleted or install the update manually by "
-                                 "downloading the latest version at https://www.quorvane.com"
-                                 "<br/><br/>We apologize for the inconvenience!"));
-        EXPECT_EQ(box.buttons, QMessageBox::Ok);
-        EXPECT_EQ(box.icon, QMessageBox::Critical);
-        EXPECT_TRUE(box.parentless);
-    }
-
-    // A stand-in updater that leaves a mark.
-    QTemporaryDir folder;
-    ASSERT_TRUE(folder.isValid());
-    const QString mark = folder.filePath(QStringLiteral("updater-ran"));
-    {
-        QFile script(updater);
-        ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-        script.write("#!/bin/sh\necho \"$#\" > '" + mark.toUtf8() + "'\n");
-        script.close();
-        script.setPermissions(script.permissions() | QFileDevice::ExeOwner);
-    }
+// The updater is never present beside this binary: the splash tests here announce updates
+// with the download page. An installed updater is tested in tests/desktop, in another folder.
+TEST(LaunchUpdater, MissingUpdaterShowsTheCriticalBoxNamingTheDownloadPage) {
+    const QString updater = updaterPath();
+    EXPECT_EQ(updater, QCoreApplication::applicationDirPath() + QStringLiteral("/QuorvaneUpdater"));
+    ASSERT_FALSE(QFile::exists(updater));
+    EXPECT_FALSE(updaterAvailable());
     ModalDriver driver;
+    driver.press(QMessageBox::Ok);
     launchUpdater();
-    const bool ran = waitUntil([&mark] { return QFile::exists(mark); });
-    QFile::remove(updater);
-    EXPECT_TRUE(ran);
-    EXPECT_TRUE(driver.boxes().isEmpty());
-    QFile marked(mark);
-    ASSERT_TRUE(waitUntil([&marked] { return marked.size() > 0; }));
-    ASSERT_TRUE(marked.open(QIODevice::ReadOnly));
-    EXPECT_EQ(marked.readAll().trimmed(), QByteArray("0")); // started with no arguments
+    ASSERT_EQ(driver.boxes().size(), 1);
+    const ModalDriver::SeenBox& box = driver.boxes()[0];
+    EXPECT_EQ(box.title, QStringLiteral("QuorvaneUpdater not found"));
+    EXPECT_EQ(box.text,
+              QStringLiteral("QuorvaneUpdater could not be found. Please make sure that no files "
+                             "have been deleted or install the update manually by downloading "
+                             "the latest version at <a "
+                             "href=\"https://www.quorvane.com/download\">"
+                             "https://www.quorvane.com/download</a>"
+                             "<br/><br/>We apologize for the inconvenience!"));
+    EXPECT_FALSE(box.text.contains(QStringLiteral(".exe")));
+    EXPECT_EQ(box.buttons, QMessageBox::Ok);
+    EXPECT_EQ(box.icon, QMessageBox::Critical);
+    EXPECT_TRUE(box.parentless);
 }
 
 // ---- Process list ---------------------------------------------------------------------------

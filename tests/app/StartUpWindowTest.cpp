@@ -6,6 +6,7 @@
 #include "LocalHttpServer.h"
 #include "ModalDriver.h"
 #include "QtPrinting.h"
+#include "WaitUntil.h"
 #include "support/TestEnvironment.h"
 
 #include "app/BlockedWindow.h"
@@ -29,14 +30,6 @@
 #include <functional>
 
 namespace {
-
-bool waitUntil(const std::function<bool()>& done, int limitMs = 10000) {
-    QElapsedTimer clock;
-    clock.start();
-    while (!done() && clock.elapsed() < limitMs)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    return done();
-}
 
 // A copy of /bin/sleep running under `fileName` until stopped.
 class FakeProcess {
@@ -162,21 +155,24 @@ TEST(WatchBlockingProcess, TheTimerBlocksAndReleasesWithinItsPeriod) {
 TEST(WatchBlockingProcess, PokerStarsStartedDuringTheSplash) {
     QSettings(QStringLiteral("Velmara"), QStringLiteral("Quorvane")).clear();
     LocalHttpServer server;
-    // The reply comes after the first tick of the watch.
-    server.answer("/Downloadables/version.php", {200, "1.20205\n", 2700, false});
+    // The watch runs from before the splash, as in `main`; its first tick comes while the
+    // splash waits for the reply, which comes within the version check's time-out.
+    server.answer("/Downloadables/version.php", {200, "1.20205\n", 1300, false});
     ServerOverride serverOverride(server.baseUrl());
+    static_assert(1300 < SplashScreen::versionCheckTimeoutMs, "the reply must count");
 
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, &watch, &watchBlockingProcess);
     watch.start(2000);
     FakeProcess pokerStars(QStringLiteral("PokerStars.exe"));
+    waitUntil([] { return false; }, 1200); // the start before the splash
 
     ModalDriver driver;
     driver.ignore("SplashScreen");
     driver.ignore("BlockedWindow");
     SplashScreen splash;
     bool splashWasBlocked = false;
-    QTimer::singleShot(2400, &splash, [&] {
+    QTimer::singleShot(1100, &splash, [&] {
         splashWasBlocked = !splash.isEnabled() && blockedWindows().size() == 1;
         if (splashWasBlocked)
             splash.grab().save(outputPath(QStringLiteral("app-splash-while-blocked.png")));

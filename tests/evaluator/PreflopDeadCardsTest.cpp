@@ -190,6 +190,37 @@ TEST(PreflopDeadCards, RandomRangesEqualTheBoardEnumeration) {
     }
 }
 
+// Few value classes on each side, many of them suited, against dead cards that leave one suit
+// nearly bare (one to eight of them): most classes hold no hand at all and most boards with
+// three or more cards of a suit give one side a flush. The counts equal every board ranked
+// by rankCards.
+TEST(PreflopDeadCards, NarrowRangesWithFlushHeavyDeadCardsEqualBoardsRankedOneByOne) {
+    const Case cases[] = {
+        {"AhKh", "QhJh", "2h"},
+        {"AKs", "T9s,22", "2h3h"},
+        {"AhKh,7h6h", "8c8d", "2h3h4h"},
+        {"KQs", "AhAd,Ts9s", "2s3s4s5s"},
+        {"JTs,54s", "AKo", "AhKh2h3h4h"},
+        {"Ah5h", "KcQc,9d9c", "6h7h8hTc2c3c"},
+        {"98s", "76s,AA", "2d3d4d5dJdQdKd"},
+        {"AdKd", "AcKc", "2h3h4h5h6h7h8h9h"},
+    };
+    volatile bool stop = false;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.range1) + " vs " + c.range2 + " dead " + c.dead);
+        const Problem p = prepareProblem(c.range1, c.range2, "", c.dead);
+        const PreflopCounts fast = preflopByValueSets(p, stop);
+        const Counted slow = boardByBoard(p, [](CardMask cards) { return rankCards(cards); });
+        EXPECT_GT(slow.wins, 0);
+        EXPECT_EQ(fast.wins, slow.wins);
+        EXPECT_EQ(fast.ties, slow.ties);
+        const LongedEvaluation e = getEquity(c.range1, c.range2, c.dead, stop);
+        EXPECT_EQ(e.total, p.matchups * p.completions);
+        EXPECT_EQ(std::int64_t(e.wins1), slow.wins);
+        EXPECT_EQ(std::int64_t(e.ties), slow.ties);
+    }
+}
+
 // All hands against all hands, the largest case: one to eight dead cards, of one suit and of
 // several.
 TEST(PreflopDeadCards, FullRangesEqualTheBoardEnumeration) {

@@ -112,6 +112,28 @@ TEST(HandCommand, PrintsTheEssentialsOfAReadHand) {
                                  euro +
                                  "8.5\n"
                                  "    Jos\xC3\xA9 fold\n"
+                                 // Ann raises to 6 (3 bb) over the posts (1.5 bb) with 99
+                                 // behind against 48; on the flop she bets 8.50 into 12.
+                                 "  lines (in big blinds):\n"
+                                 "    Preflop Raise/Fold:\n"
+                                 "      Hero Raise/Fold, Player1 first: raise 3, pot 1.5, stacks "
+                                 "49.5 / 24, in 0.5 / 1; answers: fold, call, 3-bet\n"
+                                 "    Preflop Raise/Call:\n"
+                                 "      Hero Raise/Call, Player1 first: raise 3, pot 1.5, stacks "
+                                 "49.5 / 24, in 0.5 / 1; answers: fold, call, 3-bet\n"
+                                 "    Preflop Raise/Ship:\n"
+                                 "      Hero Raise/Ship, Player1 first: raise 3, pot 1.5, stacks "
+                                 "49.5 / 24, in 0.5 / 1; answers: fold, call, 3-bet/fold, "
+                                 "3-bet/call\n"
+                                 "    Flop Bet/Fold:\n"
+                                 "      Hero Bet/Fold, Player1 first: bet 4.25, pot 6, stacks 47 / "
+                                 "22, in 0 / 0; answers: fold, call, raise\n"
+                                 "    Flop Bet/Call:\n"
+                                 "      Hero Bet/Call, Player1 first: bet 4.25, pot 6, stacks 47 / "
+                                 "22, in 0 / 0; answers: fold, call, raise\n"
+                                 "    Flop Bet/Ship:\n"
+                                 "      Hero Bet/Ship, Player1 first: bet 4.25, pot 6, stacks 47 / "
+                                 "22, in 0 / 0; answers: fold, call, raise/fold, raise/call\n"
                                  "1 of 1 hands read\n";
     EXPECT_EQ(result.out, expected);
 }
@@ -136,9 +158,14 @@ TEST(HandCommand, ExitCodeSaysWhetherEveryHandOfARealFileWasRead) {
     EXPECT_EQ(stars.code, 0) << stars.out;
     EXPECT_NE(stars.out.find("10 of 10 hands read\n"), std::string::npos);
     EXPECT_NE(stars.out.find("    ADZ124 raise to $26\n"), std::string::npos) << stars.out;
-    const Result party = runHand({folder + "partypoker-player-withshowdown.txt"});
-    EXPECT_EQ(party.code, 1);
-    EXPECT_NE(party.out.find("not read: no blinds"), std::string::npos) << party.out;
+    const Result party = runHand({folder + "partypoker-multiplehands-10multiplehands.txt"});
+    EXPECT_EQ(party.code, 0) << party.out;
+    EXPECT_NE(party.out.find("10 of 10 hands read\n"), std::string::npos);
+    const Result omaha = runHand({folder + "winningpoker-handaction-allinhandwithshowdown.txt"});
+    EXPECT_EQ(omaha.code, 1);
+    EXPECT_NE(omaha.out.find("not read: the game is Omaha, not No Limit Hold'em\n"),
+              std::string::npos)
+        << omaha.out;
 }
 
 TEST(HandCommand, UsageErrors) {
@@ -177,8 +204,28 @@ TEST(HandCommand, JsonHoldsTheSameRecord) {
                       "\"bet\",\"amount\":8.5},"),
           std::string(
               "{\"player\":\"Ann\",\"verb\":\"post\",\"blind\":\"small blind\",\"amount\":1}"),
+          std::string("\"lines\":[{\"street\":\"Preflop\",\"name\":\"Raise/Fold\",\"variants\":[{"
+                      "\"name\":\"Hero Raise/Fold\",\"first\":\"Player1\",\"size\":3,\"pot\":1.5,"
+                      "\"stacks\":[49.5,24],\"last_investments\":[0.5,1]}]}"),
           std::string(
               "{\"number\":2,\"first_line\":17,\"last_line\":17,\"read\":false,\"reason\":"),
           std::string("\"read\":1,\"total\":2,\"time_ms\":")})
         EXPECT_NE(json.find(part), std::string::npos) << part << "\n" << json;
+}
+
+TEST(HandCommand, SaysWhenNoHeroCanBeFoundAndWhoBecameHero) {
+    const std::string folder = TestEnvironment::sharedFolder() + "/handhistories/";
+    const Result party = runHand({folder + "partypoker-player-withshowdown.txt"});
+    EXPECT_EQ(party.code, 0) << party.out;
+    EXPECT_NE(party.out.find("  lines: none, no hero could be found or determined by preflop "
+                             "actions\n"),
+              std::string::npos)
+        << party.out;
+    const Result pacific = runHand({folder + "pacific-player-withshowdown.txt"});
+    EXPECT_NE(pacific.out.find("  hero by the first preflop raise: Akisto\n"), std::string::npos)
+        << pacific.out;
+    EXPECT_NE(pacific.out.find("      ManakaReg Bet/Fold, Player2 first: bet 3, pot 6, stacks "
+                               "264.9 / 125.38, in 0 / 0; answers: fold, call, raise\n"),
+              std::string::npos)
+        << pacific.out;
 }

@@ -397,13 +397,24 @@ TEST(HandHistoryParser, HoleCardsHigherRankFirstAndPairsByTheSuitOrder) {
     EXPECT_EQ(cardsOf("[Ah 2c]"), "Ah2c");
     EXPECT_EQ(cardsOf("[ 8h, Kd ]"), "Kd8h");
     EXPECT_EQ(cardsOf("[8hKd]"), "Kd8h");
-    EXPECT_EQ(cardsOf("[Kc Kh]"), "KhKc");
-    EXPECT_EQ(cardsOf("[Kh Kc]"), "KhKc");
-    EXPECT_EQ(cardsOf("[Ks Kd]"), "KdKs");
-    EXPECT_EQ(cardsOf("[Kd Ks]"), "KdKs");
+    EXPECT_EQ(cardsOf("[Jc Jh]"), "JhJc");
+    EXPECT_EQ(cardsOf("[Jh Jc]"), "JhJc");
+    EXPECT_EQ(cardsOf("[Js Jd]"), "JdJs");
+    EXPECT_EQ(cardsOf("[Jd Js]"), "JdJs");
     EXPECT_EQ(cardsOf("[Ah Kd Qc]"), "AhKd") << "reduced to two cards";
-    EXPECT_EQ(cardsOf("[Xx 9s]"), "9sXx");
     EXPECT_EQ(cardsOf("[HA, S10]"), "AhTs");
+}
+
+TEST(HandHistoryParser, UnknownHoleCardRefusesTheHand) {
+    for (const char* dealt : {"[Xx 9s]", "[9s Xx]", "[Xx Xx]"}) {
+        try {
+            HandHistoryParser(replaced(cashHand, "[2c Ah]", dealt));
+            ADD_FAILURE() << dealt << " read";
+        } catch (const HandHistoryParser::ParseError& error) {
+            EXPECT_TRUE(error.refusesHand) << dealt;
+            EXPECT_NE(error.reason.find("unknown card"), std::string::npos) << error.reason;
+        }
+    }
 }
 
 TEST(HandHistoryParser, ShortOrUnreadableHoleCardsFail) {

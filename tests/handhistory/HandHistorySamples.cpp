@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <dirent.h>
 #include <fstream>
 #include <sstream>
@@ -83,4 +84,27 @@ std::vector<SampleHand> loadSampleHands() {
 
 HandHistoryParser parseSample(const std::string& utf8Text) {
     return HandHistoryParser(HandHistoryText::toWindows1252(utf8Text));
+}
+
+std::string actionsText(const std::vector<HandHistoryAction>& actions) {
+    std::string out;
+    for (const HandHistoryAction& a : actions) {
+        out += a.player + " " + a.verb;
+        if (!a.blind.empty())
+            out += " " + a.blind;
+        if (a.verb != "fold" && a.verb != "check") {
+            char amount[32];
+            std::snprintf(amount, sizeof amount, " %.2f", static_cast<double>(a.amount));
+            out += amount;
+        }
+        out += "\n";
+    }
+    return out;
+}
+
+std::string replacedAll(std::string text, const std::string& from, const std::string& to) {
+    for (std::size_t at = text.find(from); at != std::string::npos;
+         at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
+    return text;
 }

@@ -196,3 +196,48 @@ TEST(HandHistoryRobustness, LongRunsOfWhatEachStepReactsTo) {
         survives("Game#\n" + text, "512 kB of " + unit + " behind a game number");
     }
 }
+
+TEST(HandHistoryRobustness, LongRunsOfWhatTheFurtherDialectsReactTo) {
+    // The steps that rewrite whole hands of the other sites must stay linear too: endless
+    // seat lines, actions of a seated player, street lines, nested or unclosed XML.
+    const std::string plainHead = "Seat 1: Ann ( $10 USD )\nSeat 2: Bob ( $10 USD )\n"
+                                  "Ann posts small blind [$1 USD].\n";
+    const std::string xmlHead = "<game id=\"1\"><players dealer=\"0\">"
+                                "<player seat=\"0\" nickname=\"A\" balance=\"$1\"/></players>";
+    for (const std::string& unit :
+         {std::string("Seat 9: Ann ( $1 USD )\n"), std::string("Ann raises [$1 USD]\n"),
+          std::string("Bob calls (2)\n"), std::string("** Dealing Flop ** [ Ah, 3s, 4s ]\n"),
+          std::string("Ann is all-In [$1,000,000 USD]\n"), std::string("Dealt to Ann [ Ah"),
+          std::string("<game>"), std::string("<round id=\"PREFLOP\">"),
+          std::string("<event type=\"RAISE\" player=\"0\" amount=\"1e9\"/>"),
+          std::string("9999999999999,")}) {
+        std::string text;
+        text.reserve(512u * 1024 + unit.size());
+        while (text.size() < 512u * 1024)
+            text += unit;
+        survives(plainHead + text, "512 kB of " + unit + " in a hand without colons");
+        survives(xmlHead + text + "</game>", "512 kB of " + unit + " in an XML hand");
+        survives(text, "512 kB of " + unit);
+    }
+}
+
+TEST(HandHistoryRobustness, XmlHandsCutAndTheirTagsBroken) {
+    // Every tenth truncation of the XML hands, and each of their '<' and '>' removed in turn.
+    for (const SampleHand& hand : loadSampleHands()) {
+        if (hand.index != 0 || (hand.text.find("<game") == std::string::npos &&
+                                hand.text.find("<Game") == std::string::npos))
+            continue;
+        const std::string text = HandHistoryText::toWindows1252(hand.text);
+        for (std::size_t length = 0; length <= text.size(); length += 10)
+            survives(text.substr(0, length), hand.file + " cut at " + std::to_string(length));
+        int broken = 0;
+        for (std::size_t at = 0; at < text.size() && broken < 200; ++at) {
+            if (text[at] != '<' && text[at] != '>' && text[at] != '"')
+                continue;
+            ++broken;
+            std::string mutated = text;
+            mutated.erase(at, 1);
+            survives(mutated, hand.file + " without byte " + std::to_string(at));
+        }
+    }
+}

@@ -2,9 +2,11 @@
 
 #include "Range/GroupColor.h"
 #include "Range/HandRangeElementConversion.h"
+#include "Range/HandRangeStringReader.h"
 #include "Range/Tree.h"
 #include "Range/TreeFolderNode.h"
 #include "Range/TreeRangeNode.h"
+#include "selection/EquityRangeSelectorTab.h"
 #include "selection/HandRangeLine.h"
 #include "selection/HandSelectionDialog.h"
 #include "selection/HandSelectionTable.h"
@@ -14,11 +16,17 @@
 
 #include "ui_HandSelectionDialog.h"
 
+#include <QLineEdit>
+#include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QSlider>
+#include <QStyle>
+#include <QStyleOptionSlider>
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <deque>
 
 using namespace HandSelectionTest;
@@ -175,6 +183,76 @@ TEST_F(DialogFixture, DraggingTheSliderRecordsOneSnapshotOnRelease) {
               HandSelectionDialog::rangeForPercent(7).combinationCount());
 }
 
+namespace {
+
+// The x of the slider's handle centre at `value`, in the slider's coordinates.
+int handleX(QSlider* slider, int value) {
+    QStyleOptionSlider option;
+    option.initFrom(slider);
+    option.orientation = slider->orientation();
+    option.minimum = slider->minimum();
+    option.maximum = slider->maximum();
+    option.sliderPosition = value;
+    option.sliderValue = value;
+    option.tickPosition = slider->tickPosition();
+    option.tickInterval = slider->tickInterval();
+    option.subControls = QStyle::SC_SliderGroove | QStyle::SC_SliderHandle;
+    return slider->style()
+        ->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider)
+        .center()
+        .x();
+}
+
+// Takes the handle with the mouse and drags it to `value`.
+void dragSlider(QSlider* slider, int value) {
+    const int y = slider->height() / 2;
+    QPoint at(handleX(slider, slider->value()), y);
+    press(slider, at);
+    const int target = handleX(slider, value);
+    while (at.x() != target) {
+        at.setX(at.x() +
+                (target > at.x() ? std::min(5, target - at.x()) : -std::min(5, at.x() - target)));
+        move(slider, at, Qt::LeftButton);
+    }
+    release(slider, at);
+}
+
+} // namespace
+
+TEST_F(DialogFixture, TheHandleShowsTheRangeTheDialogOpensWith) {
+    open();
+    dialog->resize(1180, 860);
+    dialog->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
+    dragSlider(ui->percentSlider, 24);
+    ASSERT_EQ(ui->percentSlider->value(), 24);
+    EXPECT_EQ(ui->percentSpinBox->text(), "24.28 %");
+    ui->buttonBox->button(QDialogButtonBox::Ok)->click();
+    ASSERT_EQ(player.handRange(0).combinationCount(), 322u);
+
+    // Opened again, the handle stands where the box says the range is.
+    open();
+    EXPECT_EQ(ui->percentSpinBox->text(), "24.28 %");
+    EXPECT_EQ(ui->percentSlider->value(), 24);
+    EXPECT_EQ(ui->percentSlider->sliderPosition(), 24);
+    EXPECT_EQ(dialog->rangeUndoList().size(), 1u); // placing the handle is no edit
+    EXPECT_EQ(dialog->currentRange().combinationCount(), 322u);
+
+    // Every range the dialog shows puts the handle at its whole percent: a group, the full
+    // range, an undo.
+    const unsigned int group = newGroup("Half");
+    EXPECT_EQ(ui->percentSlider->value(), 0);
+    ui->rangeText->setText("AA,KK,QQ,JJ,TT");
+    ui->rangeText->validateRange();
+    clickBox(dialog->groupBoxes()[0]);
+    EXPECT_EQ(ui->percentSlider->value(), 24);
+    clickBox(dialog->groupBoxes()[group]);
+    EXPECT_EQ(ui->percentSlider->value(), 2); // 30 of 1326 are 2.26 %
+    ui->percentSlider->setValue(100);
+    clickBox(dialog->groupBoxes()[0]);
+    EXPECT_EQ(ui->percentSlider->value(), 24);
+}
+
 TEST_F(DialogFixture, ClearEmptiesTheRangeAndResetsTheSlider) {
     open();
     ui->percentSlider->setValue(30);
@@ -240,8 +318,7 @@ TEST_F(DialogFixture, BadCardTextIsReportedAndSkipped) {
     EXPECT_EQ(dialog->deadCardMasks().size(), 1u);
 }
 
-// --- Groups
-// ----------------------------------------------------------------------------------------
+// --- Groups --------------------------------------------------------------------------------------
 
 TEST_F(DialogFixture, RootShowsRangeCombinationsAndDisabledGroupWidgets) {
     open();
@@ -658,6 +735,36 @@ TEST_F(DialogFixture, SelectRangeOpensModallyAndReportsTheAnswer) {
     EXPECT_EQ(textOf(player.handRange(0)), "KK+");
 }
 
+// The main window hands the other player's range (technical text); the equity selector
+// rates against it from the start, shown as a player writes it.
+TEST_F(DialogFixture, SelectRangeRatesAgainstTheOpponentsRangeAtFirst) {
+    const auto otherRangeShown = [](QString& seen) {
+        return [&seen] {
+            auto* shown = qobject_cast<HandSelectionDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(shown, nullptr);
+            auto* other = shown->equitySelector()->findChild<QLineEdit*>("otherRange");
+            ASSERT_NE(other, nullptr);
+            seen = other->text();
+            shown->form()->buttonBox->button(QDialogButtonBox::Cancel)->click();
+        };
+    };
+    const std::string opponent =
+        Range::HandRangeStringReader(rangeOf("TT+,AKs,AKo")).technicalText();
+    ASSERT_NE(opponent, "TT+,AKs,AKo");
+    QString seen = "unset";
+    QTimer::singleShot(0, otherRangeShown(seen));
+    EXPECT_FALSE(HandSelectionDialog::selectRange(player, "Select Player1 Range", "Kh9h4c", "",
+                                                  nullptr, nullptr, opponent));
+    EXPECT_EQ(seen.toStdString(), "TT+,AKs,AKo");
+
+    // Without it the field stays empty: any hand.
+    seen = "unset";
+    QTimer::singleShot(0, otherRangeShown(seen));
+    EXPECT_FALSE(HandSelectionDialog::selectRange(player, "Select Player1 Range", "Kh9h4c", "",
+                                                  nullptr, nullptr));
+    EXPECT_EQ(seen.toStdString(), "");
+}
+
 // --- Settings ----------------------------------------------------------------------------------
 
 TEST_F(DialogFixture, RightButtonCheckBoxWritesTheSettingAndTellsBothTables) {
@@ -701,17 +808,18 @@ TEST_F(DialogFixture, TreeUndoListRestoresTheSavedRangeTree) {
     open();
     QSignalSpy restored(dialog.get(), &HandSelectionDialog::rangeTreeRestored);
     EXPECT_FALSE(ui->treeUndoButton->isEnabled());
-    dialog->savedRangeTree().addFolder(Range::Tree::noNode, "Custom Ranges");
+    const unsigned int nodes = dialog->savedRangeTree().count();
+    dialog->savedRangeTree().addFolder(0, "Flop Ranges");
     dialog->onTreeChanged();
     dialog->onTreeChanged(); // nothing changed: no new step
     EXPECT_EQ(dialog->treeUndoCount(), 2u);
     EXPECT_TRUE(ui->treeUndoButton->isEnabled());
     ui->treeUndoButton->click();
-    EXPECT_EQ(dialog->savedRangeTree().count(), 0u);
+    EXPECT_EQ(dialog->savedRangeTree().count(), nodes);
     EXPECT_EQ(restored.count(), 1);
     EXPECT_TRUE(ui->treeRedoButton->isEnabled());
     ui->treeRedoButton->click();
-    ASSERT_EQ(dialog->savedRangeTree().count(), 1u);
-    EXPECT_TRUE(dialog->savedRangeTree().node(0)->IsFolder());
+    ASSERT_EQ(dialog->savedRangeTree().count(), nodes + 1);
+    EXPECT_TRUE(dialog->savedRangeTree().node(nodes)->IsFolder());
     EXPECT_EQ(restored.count(), 2);
 }

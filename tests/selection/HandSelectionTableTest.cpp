@@ -321,7 +321,7 @@ TEST_F(TableFixture, HoverOpensAfterTheDelayAndShowsTheSuitsOfTheCell) {
     EXPECT_TRUE(table.hoverTimer()->isActive());
     EXPECT_EQ(table.hoverTimer()->interval(), 750);
     EXPECT_FALSE(table.suitHover()->isVisible());
-    QTRY_VERIFY_WITH_TIMEOUT(table.suitHover()->isVisible(), 3000);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return table.suitHover()->isVisible(); }, 3000));
     const SuitHover::Cells& cells = table.suitHover()->cells();
     using Look = SuitSelectionTable::CellLook;
     EXPECT_EQ(cells[5].look, Look::Selected);    // hh

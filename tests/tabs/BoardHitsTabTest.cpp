@@ -6,8 +6,8 @@
 #include "handstrength/HandGroupRowRequest.h"
 #include "handstrength/HandGroupSchema.h"
 #include "handstrength/HandGroupSchemaPool.h"
-#include "handstrength/ui/HandGroupSchemaSelection.h"
 #include "handstrength/HandGroupTickSchemaPool.h"
+#include "handstrength/ui/HandGroupSchemaSelection.h"
 #include "handstrength/ui/HandGroupTickSchemaSelection.h"
 #include "selection/HandRangeHover.h"
 #include "support/AssertionRecorder.h"
@@ -152,20 +152,15 @@ TEST_F(BoardHitsTabTest, EveryMadeHandRowCountsItsHands) {
     EXPECT_GE(shown, 4u);
 }
 
-TEST_F(BoardHitsTabTest, HidingEmptyRowsFollowsTheOptionUnderItsCapitalisedGroup) {
+TEST_F(BoardHitsTabTest, HidingEmptyRowsFollowsTheOptionWhereTheWindowWritesIt) {
     BoardHitsTab tab;
     tab.updateEvaluation(small, "", flop, "", false);
     // Default: a strength without combinations has no row.
     EXPECT_EQ(captionOf(tab, straightflush), nullptr);
     EXPECT_FALSE(shownNames(tab).contains(QStringLiteral("Straightflush")));
 
-    // The window writes the option under "optionmenu"; read here under "optionMenu", a
-    // store with case-sensitive keys still sees the default.
+    // The window writes the option under "optionmenu"; the tab reads it there.
     writeHideOption("optionmenu", false);
-    tab.DoRefresh();
-    EXPECT_EQ(captionOf(tab, straightflush), nullptr);
-
-    writeHideOption("optionMenu", false);
     tab.DoRefresh();
     EXPECT_EQ(textsOf(tab, straightflush),
               std::vector<QStringList>{{QStringLiteral("0.00 % (0)")}});
@@ -174,6 +169,17 @@ TEST_F(BoardHitsTabTest, HidingEmptyRowsFollowsTheOptionUnderItsCapitalisedGroup
     expand(tab, pair);
     EXPECT_EQ(textsOf(tab, HandStrengthKey(0x8080, 0)),
               std::vector<QStringList>{{QStringLiteral("0.00 % (0)")}});
+
+    // A value under "optionMenu" from an older store never outvotes the window's own.
+    writeHideOption("optionmenu", true);
+    writeHideOption("optionMenu", false);
+    tab.DoRefresh();
+    EXPECT_EQ(captionOf(tab, straightflush), nullptr);
+    // Alone, it counts.
+    clearHideOption();
+    writeHideOption("optionMenu", false);
+    tab.DoRefresh();
+    EXPECT_NE(captionOf(tab, straightflush), nullptr);
 }
 
 TEST_F(BoardHitsTabTest, AbsolutePercentagesTakeSubRowsAgainstTheWholeRange) {
