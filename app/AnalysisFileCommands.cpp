@@ -144,11 +144,11 @@ std::optional<AnalysisContent> AnalysisFileCommands::read(const QString& fileNam
     return content;
 }
 
-void AnalysisFileCommands::keepForRecovery(const std::string& text) {
+void AnalysisFileCommands::keepForRecovery(const Memento& snapshot) {
     if (document.isSaved())
         recovery.remove();
     else
-        recovery.keep(text, document.fileName());
+        recovery.keep(snapshot, document.fileName());
 }
 
 std::optional<AnalysisFileCommands::Recovered> AnalysisFileCommands::recover() {
@@ -211,6 +211,6 @@ bool AnalysisFileCommands::restoreRecovered() {
     show(std::move(recovered->content));
     document.markSaved(recovered->fileName);
     document.markChanged();
-    keepForRecovery(recovered->text);
+    keepForRecovery(Memento(std::string(), recovered->text));
     return true;
 }

@@ -81,10 +81,10 @@ public:
     // Reads `fileName`; nothing when it cannot be read (the user was told why).
     std::optional<AnalysisContent> read(const QString& fileName);
 
-    // The analysis as it is now, `text` being its file text, kept for a crash: written to the
+    // The analysis as it is now, `snapshot` holding it, kept for a crash: written to the
     // recovery file while it has unsaved changes, and the recovery file removed once it has
     // none.
-    void keepForRecovery(const std::string& text);
+    void keepForRecovery(const Memento& snapshot);
     // Asks whether to restore what an unclean end left behind. Nothing when there is none,
     // when the user says No (it is then forgotten) or when it cannot be read (the user was
     // told).

@@ -13,7 +13,7 @@ void AnalysisHistory::record(const std::string& label) {
     if (restoring)
         return;
     document.recordMemento(document.createMemento(label, files.currentTabState()));
-    files.keepForRecovery(document.mementos().back().data());
+    files.keepForRecovery(document.mementos().back());
     updateActions();
 }
 
@@ -35,19 +35,19 @@ void AnalysisHistory::redo() {
 }
 
 void AnalysisHistory::restore(const Memento& memento) {
-    // The program wrote the text itself, so reading it cannot fail on the user's input; the
-    // flag is reset however the reading ends.
+    // The program made the snapshot itself, so reading it cannot fail on the user's input;
+    // the flag is reset however the reading ends. A copy: showing changes the list's owner.
     struct Restoring {
         bool& flag;
         explicit Restoring(bool& flag) : flag(flag) { flag = true; }
         ~Restoring() { flag = false; }
     };
-    const std::string text = memento.data();
+    const Memento snapshot = memento;
     {
         const Restoring guard(restoring);
-        files.showContent(AnalysisFile::read(text));
+        files.showContent(document.contentOf(snapshot));
     }
-    files.keepForRecovery(text);
+    files.keepForRecovery(snapshot);
     updateActions();
 }
 

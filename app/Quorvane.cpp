@@ -396,7 +396,7 @@ void Quorvane::onRedo() {
 void Quorvane::showContent(AnalysisContent content) {
     const int count = static_cast<int>(content.scenarios.size());
     const int selected = content.selectedScenario;
-    analysis.replaceScenarios(std::move(content.scenarios), 0);
+    analysis.replaceScenarios(std::move(content.scenarios), 0, content.snapshotParts);
     refreshScenarioList();
     onScenarioSelectionChange();
     // Not blocked: a changed index shows that scenario (restoring keeps it out of the list).

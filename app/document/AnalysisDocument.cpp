@@ -2,6 +2,7 @@
 
 #include "Range/GroupColor.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -40,10 +41,14 @@ void AnalysisDocument::storeLiveState() {
     player2Range.CreateMemento(scenario.player2);
     scenario.board = lastInputs.board;
     scenario.deadCards = lastInputs.deadCards;
+    forgetText(current);
 }
 
 void AnalysisDocument::setCurrentIndex(int index) {
+    // The scenario left may still have taken results since its last snapshot.
+    forgetText(current);
     current = (index >= 0 && index < static_cast<int>(scenarioList.size())) ? index : -1;
+    forgetText(current);
 }
 
 const Scenario* AnalysisDocument::currentScenario() const {
@@ -63,6 +68,7 @@ Scenario AnalysisDocument::emptyScenario(const std::string& name) {
 void AnalysisDocument::resetScenarios() {
     scenarioList.clear();
     scenarioList.push_back(emptyScenario("Standard"));
+    texts.assign(1, Memento::Part());
     current = 0;
     emit scenarioListChanged();
 }
@@ -75,6 +81,7 @@ int AnalysisDocument::appendScenario(const std::string& name) {
 
 int AnalysisDocument::appendScenario(const Scenario& scenario) {
     scenarioList.push_back(scenario);
+    texts.emplace_back();
     emit scenarioListChanged();
     return static_cast<int>(scenarioList.size()) - 1;
 }
@@ -83,6 +90,7 @@ bool AnalysisDocument::renameScenario(int index, const std::string& name) {
     if (name.empty() || index < 0 || index >= static_cast<int>(scenarioList.size()))
         return false;
     scenarioList[static_cast<std::size_t>(index)].name = name;
+    forgetText(index);
     emit scenarioListChanged();
     return true;
 }
@@ -95,6 +103,7 @@ bool AnalysisDocument::deleteScenario(int index) {
     if (!canDeleteScenario(index))
         return false;
     scenarioList.erase(scenarioList.begin() + index);
+    texts.erase(texts.begin() + index);
     current = 0;
     emit scenarioListChanged();
     return true;
@@ -140,9 +149,45 @@ std::string AnalysisDocument::text(const std::string& tabState) const {
     return AnalysisFile::write(scenarioList, current, tabState);
 }
 
+void AnalysisDocument::forgetText(int index) const {
+    if (index >= 0 && index < static_cast<int>(texts.size()))
+        texts[static_cast<std::size_t>(index)].reset();
+}
+
 Memento AnalysisDocument::createMemento(const std::string& label,
                                         const std::string& tabState) const {
-    return Memento(label, text(tabState));
+    // The scenario shown is written every time: the EV/FE page changes its lines in place.
+    // Every other scenario changes only through this class, which forgets its text then.
+    forgetText(current);
+    for (std::size_t i = 0; i < scenarioList.size(); ++i)
+        if (!texts[i])
+            texts[i] = Memento::pack(AnalysisFile::scenarioText(scenarioList[i]));
+    return Memento(label, texts, current, tabState);
+}
+
+AnalysisContent AnalysisDocument::contentOf(const Memento& memento) {
+    if (memento.parts().empty())
+        return AnalysisFile::read(memento.data());
+    AnalysisContent content;
+    content.selectedScenario = memento.selectedScenario();
+    content.tabState = memento.tabState();
+    content.snapshotParts = memento.parts();
+    for (const Memento::Part& part : memento.parts()) {
+        // A scenario other than the one shown whose text is this part is that very scenario.
+        const auto same = std::find(texts.begin(), texts.end(), part);
+        const auto index = static_cast<int>(same - texts.begin());
+        if (same != texts.end() && index != current) {
+            content.scenarios.push_back(std::move(scenarioList[static_cast<std::size_t>(index)]));
+            // Taken: its text no longer stands for anything in the list.
+            texts[static_cast<std::size_t>(index)].reset();
+        } else {
+            content.scenarios.push_back(
+                AnalysisFile::readScenarioText(Memento::unpack(part), content.problems));
+        }
+    }
+    if (content.selectedScenario >= static_cast<int>(content.scenarios.size()))
+        content.selectedScenario = -1;
+    return content;
 }
 
 void AnalysisDocument::recordMemento(const Memento& memento) {
@@ -163,8 +208,11 @@ const Memento& AnalysisDocument::stepForth() {
     return mementoList[static_cast<std::size_t>(position)];
 }
 
-void AnalysisDocument::replaceScenarios(std::vector<Scenario> scenarios, int selected) {
+void AnalysisDocument::replaceScenarios(std::vector<Scenario> scenarios, int selected,
+                                        const std::vector<Memento::Part>& scenarioTexts) {
     scenarioList = std::move(scenarios);
+    texts = scenarioTexts;
+    texts.resize(scenarioList.size());
     const int count = static_cast<int>(scenarioList.size());
     current = selected >= 0 && selected < count ? selected : count - 1;
     emit scenarioListChanged();

@@ -104,8 +104,14 @@ public:
     // The whole analysis as file text: the scenarios, the one shown, and the EV/FE page's
     // state text `tabState`.
     std::string text(const std::string& tabState) const;
-    // A snapshot of the analysis as it is now, under `label`.
+    // A snapshot of the analysis as it is now, under `label`. It shares the texts of the
+    // scenarios that did not change since the last snapshot with that one.
     Memento createMemento(const std::string& label, const std::string& tabState) const;
+    // What a snapshot holds, ready to show: the scenarios not shown now whose texts are in
+    // it unchanged are taken over from the list (which must then be replaced with the
+    // content: replaceScenarios), the others read back. Throws AnalysisFileError (never for
+    // a snapshot this program made).
+    AnalysisContent contentOf(const Memento& memento);
     // A relevant change: the redo branch behind the present state is cut, the snapshot is
     // appended and becomes the present state (the very first one stays at index 0).
     void recordMemento(const Memento& memento);
@@ -116,7 +122,9 @@ public:
 
     // Replaces the scenarios by those of a file or a snapshot and shows `selected` (-1 or
     // an index outside the list: the last one). The live ranges are the caller's to load.
-    void replaceScenarios(std::vector<Scenario> scenarios, int selected);
+    // `scenarioTexts` are the snapshot's texts of these scenarios, when they come from one.
+    void replaceScenarios(std::vector<Scenario> scenarios, int selected,
+                          const std::vector<Memento::Part>& scenarioTexts = {});
 
 signals:
     // The title text changed (saved state or file name).
@@ -126,11 +134,16 @@ signals:
 
 private:
     void setSaved(bool value, const QString& fileName);
+    // The scenario at `index` changed: its text must be written again.
+    void forgetText(int index) const;
 
     Range::Tree player1Range;
     Range::Tree player2Range;
     AnalysisInputs lastInputs;
     std::vector<Scenario> scenarioList;
+    // Per scenario, its compressed text as the last snapshot wrote it, or null when it has
+    // changed since (a cache, hence mutable).
+    mutable std::vector<Memento::Part> texts;
     int current = -1;
     QString file;
     bool saved = true;

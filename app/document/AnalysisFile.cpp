@@ -234,20 +234,73 @@ std::string readAll(std::istream& stream) {
 
 namespace AnalysisFile {
 
-std::string write(const std::vector<Scenario>& scenarios, int selectedScenario,
-                  const std::string& tabState) {
+std::string scenarioText(const Scenario& scenario) {
+    Writer writer;
+    Node* list = writer.element(writer.document, "Scenarios");
+    appendScenario(writer, *list, scenario);
+    std::string text;
+    // Printed where it stands in a file: two levels down.
+    rapidxml::internal::print_node(std::back_inserter(text), list->first_node(), 0, 2);
+    return text;
+}
+
+std::string assemble(const std::vector<std::string>& scenarioTexts, int selectedScenario,
+                     const std::string& tabState) {
+    // The frame is printed with one stand-in element where the scenarios go, so that the
+    // result is byte for byte what printing the whole document gives.
+    static const char* const standIn = "QuorvaneScenarioTexts";
     Writer writer;
     Node* root = writer.element(writer.document, "QuorvaneAnalysis");
     writer.attribute(*root, "version", Version::fileText());
     writer.element(*root, "selectedScenario", std::to_string(selectedScenario));
     Node* list = writer.element(*root, "Scenarios");
-    for (const Scenario& scenario : scenarios)
-        appendScenario(writer, *list, scenario);
+    if (!scenarioTexts.empty())
+        writer.element(*list, standIn);
     Node* wrapper = writer.element(*root, "EV_FE_Wrapper");
     if (!tabState.empty())
         writer.appendParsed(*wrapper, tabState,
                             [](const Document& source) { return source.first_node(); });
-    return writer.printed();
+    std::string frame = writer.printed();
+    if (scenarioTexts.empty())
+        return frame;
+    const std::string line = std::string("\t\t<") + standIn + "/>\n";
+    const std::size_t at = frame.find(line);
+    std::size_t size = frame.size() - line.size();
+    for (const std::string& text : scenarioTexts)
+        size += text.size();
+    std::string text;
+    text.reserve(size);
+    text.append(frame, 0, at);
+    for (const std::string& scenario : scenarioTexts)
+        text += scenario;
+    text.append(frame, at + line.size(), std::string::npos);
+    return text;
+}
+
+std::string write(const std::vector<Scenario>& scenarios, int selectedScenario,
+                  const std::string& tabState) {
+    std::vector<std::string> texts;
+    texts.reserve(scenarios.size());
+    for (const Scenario& scenario : scenarios)
+        texts.push_back(scenarioText(scenario));
+    return assemble(texts, selectedScenario, tabState);
+}
+
+Scenario readScenarioText(const std::string& text, std::vector<std::string>& problems) {
+    std::vector<char> buffer(text.begin(), text.end());
+    buffer.push_back('\0');
+    Document document;
+    try {
+        document.parse<0>(buffer.data());
+        const Node* element = document.first_node();
+        if (element == nullptr)
+            throw AnalysisFileError("A scenario is missing.");
+        return readScenario(*element, problems);
+    } catch (const AnalysisFileError&) {
+        throw;
+    } catch (const std::exception& error) {
+        throw AnalysisFileError(std::string("A scenario cannot be read: ") + error.what());
+    }
 }
 
 void write(std::ostream& stream, const std::vector<Scenario>& scenarios, int selectedScenario,

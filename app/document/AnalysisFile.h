@@ -2,7 +2,10 @@
 
 #include "app/document/Scenario.h"
 
+#include <QByteArray>
+
 #include <iosfwd>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -46,9 +49,21 @@ struct AnalysisContent {
     std::string tabState;
     // Lines that had to be skipped, for a message.
     std::vector<std::string> problems;
+    // For a snapshot: the compressed texts of the scenarios, shared with the undo list.
+    std::vector<std::shared_ptr<const QByteArray>> snapshotParts;
 };
 
 namespace AnalysisFile {
+
+// The text of one scenario as it stands in a file (the `Scenario` element, two levels
+// down), and a file put together from such texts: write() is assemble() of the scenarios'
+// texts, so an undo snapshot can keep the texts of unchanged scenarios instead of writing
+// them again.
+std::string scenarioText(const Scenario& scenario);
+std::string assemble(const std::vector<std::string>& scenarioTexts, int selectedScenario,
+                     const std::string& tabState);
+// One scenario back from its text. Throws AnalysisFileError.
+Scenario readScenarioText(const std::string& text, std::vector<std::string>& problems);
 
 // The file text of an analysis.
 std::string write(const std::vector<Scenario>& scenarios, int selectedScenario,

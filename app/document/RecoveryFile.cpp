@@ -42,8 +42,8 @@ QString RecoveryFile::path() {
     return folder() + QStringLiteral("/recovery.qva");
 }
 
-void RecoveryFile::keep(const std::string& text, const QString& fileName) {
-    pendingText = text;
+void RecoveryFile::keep(const Memento& snapshot, const QString& fileName) {
+    pendingSnapshot = snapshot;
     pendingName = fileName;
     pending = true;
     if (!sinceWrite.isValid() || sinceWrite.elapsed() >= minimumInterval) {
@@ -81,7 +81,7 @@ void RecoveryFile::write() {
     if (!QDir().mkpath(folder()))
         return;
     writeAtomically(namePath(), pendingName.toUtf8());
-    writeAtomically(path(), QByteArray::fromStdString(pendingText));
+    writeAtomically(path(), QByteArray::fromStdString(pendingSnapshot.data()));
 }
 
 std::optional<RecoveryFile::Recovered> RecoveryFile::find() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/document/Memento.h"
+
 #include <QElapsedTimer>
 #include <QObject>
 #include <QString>
@@ -32,8 +34,9 @@ public:
     static QString folder();
     static QString path();
 
-    // Keeps `text` as the analysis to recover, belonging to `fileName`.
-    void keep(const std::string& text, const QString& fileName);
+    // Keeps the analysis of `snapshot` to recover, belonging to `fileName`. Its text is
+    // put together only when it is written.
+    void keep(const Memento& snapshot, const QString& fileName);
     // Writes what is waiting at once (the program is about to end, or a test looks).
     void flush();
     // Nothing to recover (the analysis is saved, or the program ends cleanly): nothing is
@@ -51,7 +54,7 @@ private:
 
     QTimer delay;
     QElapsedTimer sinceWrite;
-    std::string pendingText;
+    Memento pendingSnapshot;
     QString pendingName;
     bool pending = false;
     bool wrote = false;

@@ -1,9 +1,11 @@
-// Time from the last keystroke in player 2's range line to the equity the window publishes,
-// for the ranges QQ+,AKs against JJ-22,AQs+ on a flop and preflop. The keystroke itself
-// (parsing, the mapping, stopping the previous calculation and starting the new one) is
-// part of the time, as is the queued result reaching the labels.
+// Undo and redo in a large analysis, and the time from the last keystroke in player 2's range line
+// to the equity the window publishes, for the ranges QQ+,AKs against JJ-22,AQs+ on a flop and
+// preflop. The keystroke itself (parsing, the mapping, stopping the previous calculation and
+// starting the new one) is part of the time, as is the queued result reaching the labels.
 
+#include "LargeAnalysis.h"
 #include "app/Quorvane.h"
+#include "app/document/AnalysisFile.h"
 #include "selection/BoardCardsWidget.h"
 #include "selection/CardRangeText.h"
 #include "selection/HandRangeLine.h"
@@ -12,6 +14,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QLabel>
 #include <QTemporaryDir>
 #include <QTest>
@@ -103,6 +106,44 @@ void BM_LastKeystrokeToEquity_Preflop(benchmark::State& state) {
     lastKeystrokeToEquity(state, "");
 }
 
+// Undo and redo through the window in an analysis of 50 scenarios of 20 lines each: the
+// snapshot read back and shown, scenario list, ranges, board and EV/FE page included.
+void BM_UndoInWindow_50ScenariosOf20Lines(benchmark::State& state) {
+    Window& w = theWindow();
+    const QString file = w.home.filePath(QStringLiteral("large.qva"));
+    {
+        QFile out(file);
+        out.open(QIODevice::WriteOnly);
+        const std::string text = AnalysisFile::write(largeAnalysis(50, 20), 0, std::string());
+        out.write(text.data(), static_cast<qint64>(text.size()));
+    }
+    w.window->document().markSaved(QString());
+    if (!w.window->openAnalysisFile(file)) {
+        state.SkipWithError("the analysis cannot be opened");
+        return;
+    }
+    // Two relevant changes of the scenario shown, so that undo and redo have somewhere to go.
+    Ui::QuorvaneClass* ui = w.window->form();
+    ui->boardCardsWidget->setBoard("Kh9s4c");
+    w.window->onMementoRelevantChange("Board Cards Changed");
+    ui->boardCardsWidget->setBoard("Kh9s4c2d");
+    w.window->onMementoRelevantChange("Board Cards Changed");
+    bool back = true;
+    for (auto _ : state) {
+        QElapsedTimer clock;
+        clock.start();
+        if (back)
+            w.window->onUndo();
+        else
+            w.window->onRedo();
+        state.SetIterationTime(static_cast<double>(clock.nsecsElapsed()) * 1e-9);
+        back = !back;
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+    }
+    state.counters["scenarios"] = static_cast<double>(w.window->allScenarios().size());
+}
+
+BENCHMARK(BM_UndoInWindow_50ScenariosOf20Lines)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LastKeystrokeToEquity_Flop)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LastKeystrokeToEquity_Preflop)->UseManualTime()->Unit(benchmark::kMillisecond);
 

@@ -293,3 +293,86 @@ TEST(AnalysisFileDamaged, AThousandMutationsNeverCrash) {
     EXPECT_GT(refused, 100);
     EXPECT_GT(read, 10);
 }
+
+// --- Snapshots kept in pieces ---------------------------------------------------------------
+
+#include "app/document/AnalysisDocument.h"
+
+#include "Range/HandRangeStringManipulator.h"
+
+// A snapshot shares the texts of unchanged scenarios with the one before it; whatever the
+// user did in between, its text is the file text of the analysis, and reading it back gives
+// an analysis that writes that very text again.
+TEST(AnalysisSnapshots, AfterEveryKindOfChangeTheSnapshotIsTheFileText) {
+    AnalysisDocument document;
+    document.replaceScenarios(AnalysisFileSamples::threeScenarios(), 1);
+    document.setCurrentIndex(1);
+    const std::string tab = AnalysisFileSamples::tabState();
+    std::mt19937 random(7);
+    std::vector<Memento> taken;
+    const char* const ranges[] = {"AA", "QQ+,AKs", "22+", "", "T9s,98s"};
+    const char* const boards[] = {"", "Ah7d2c", "Kh9s4c2d", "AsKsQsJsTs"};
+    for (int step = 0; step < 200; ++step) {
+        switch (random() % 7) {
+        case 0: // typing into the scenario shown
+            Range::HandRangeStringManipulator(document.range(1).handRange(0))
+                .setFree(ranges[random() % 5]);
+            document.takeInputs({std::to_string(step), "", boards[random() % 4], ""});
+            document.storeLiveState();
+            break;
+        case 1: // another scenario shown
+            document.setCurrentIndex(static_cast<int>(random() % document.scenarios().size()));
+            break;
+        case 2:
+            document.renameScenario(static_cast<int>(random() % document.scenarios().size()),
+                                    "Renamed " + std::to_string(step));
+            break;
+        case 3:
+            if (document.scenarios().size() < 6)
+                document.appendScenario("Added " + std::to_string(step));
+            break;
+        case 4:
+            document.deleteScenario(static_cast<int>(random() % document.scenarios().size()));
+            break;
+        case 5: // an undo: an earlier snapshot put back
+            if (!taken.empty()) {
+                const Memento& back = taken[random() % taken.size()];
+                AnalysisContent content = document.contentOf(back);
+                ASSERT_EQ(AnalysisFile::write(content.scenarios, back.selectedScenario(),
+                                              back.tabState()),
+                          back.data())
+                    << "step " << step;
+                document.replaceScenarios(std::move(content.scenarios), 0, content.snapshotParts);
+                document.setCurrentIndex(back.selectedScenario() < 0 ? 0 : back.selectedScenario());
+            }
+            break;
+        default: // the EV/FE page edits the lines of the scenario shown in place
+            if (const Scenario* shown = document.currentScenario())
+                shown->lines->clear();
+            break;
+        }
+        const Memento memento = document.createMemento("step", tab);
+        ASSERT_EQ(memento.data(), document.text(tab)) << "step " << step;
+        taken.push_back(memento);
+    }
+}
+
+TEST(AnalysisSnapshots, UnchangedScenariosShareTheirTextWithTheSnapshotBefore) {
+    AnalysisDocument document;
+    document.replaceScenarios(AnalysisFileSamples::threeScenarios(), 0);
+    document.setCurrentIndex(0);
+    const Memento first = document.createMemento("", "");
+    document.storeLiveState();
+    const Memento second = document.createMemento("Board Cards Changed", "");
+    ASSERT_EQ(first.parts().size(), 3u);
+    ASSERT_EQ(second.parts().size(), 3u);
+    EXPECT_NE(first.parts()[0], second.parts()[0]); // the scenario shown is written again
+    EXPECT_EQ(first.parts()[1], second.parts()[1]);
+    EXPECT_EQ(first.parts()[2], second.parts()[2]);
+    // Renaming another scenario writes that one again too.
+    document.renameScenario(2, "Elsewhere");
+    const Memento third = document.createMemento("", "");
+    EXPECT_EQ(third.parts()[1], second.parts()[1]);
+    EXPECT_NE(third.parts()[2], second.parts()[2]);
+    EXPECT_NE(third.data().find("name=\"Elsewhere\""), std::string::npos);
+}

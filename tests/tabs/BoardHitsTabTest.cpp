@@ -1,4 +1,4 @@
-#include "../handgroups/HitCounting.h"
+#include "../handstrength/HitCounting.h"
 #include "BoardTabsTestSupport.h"
 
 #include "Range/HandRangeStringManipulator.h"
