@@ -4,6 +4,7 @@
 #include "app/document/AnalysisDocument.h"
 
 #include <QAction>
+#include <QScopedValueRollback>
 
 AnalysisHistory::AnalysisHistory(AnalysisDocument& document, AnalysisFileCommands& files,
                                  QAction* undo, QAction* redo, QObject* parent)
@@ -37,14 +38,9 @@ void AnalysisHistory::redo() {
 void AnalysisHistory::restore(const Memento& memento) {
     // The program made the snapshot itself, so reading it cannot fail on the user's input;
     // the flag is reset however the reading ends. A copy: showing changes the list's owner.
-    struct Restoring {
-        bool& flag;
-        explicit Restoring(bool& flag) : flag(flag) { flag = true; }
-        ~Restoring() { flag = false; }
-    };
     const Memento snapshot = memento;
     {
-        const Restoring guard(restoring);
+        const QScopedValueRollback<bool> guard(restoring, true);
         files.showContent(document.contentOf(snapshot));
     }
     files.keepForRecovery(snapshot);

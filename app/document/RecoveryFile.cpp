@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QSaveFile>
 #include <QStandardPaths>
+#include <QtConcurrent/QtConcurrentRun>
 
 namespace {
 
@@ -30,8 +31,13 @@ bool writeAtomically(const QString& path, const QByteArray& data) {
 } // namespace
 
 RecoveryFile::RecoveryFile(QObject* parent) : QObject(parent) {
+    writer.setMaxThreadCount(1);
     delay.setSingleShot(true);
     connect(&delay, &QTimer::timeout, this, &RecoveryFile::write);
+}
+
+RecoveryFile::~RecoveryFile() {
+    writer.waitForDone();
 }
 
 QString RecoveryFile::folder() {
@@ -58,11 +64,14 @@ void RecoveryFile::flush() {
     delay.stop();
     if (pending)
         write();
+    writer.waitForDone();
 }
 
 void RecoveryFile::remove() {
     delay.stop();
     pending = false;
+    // A write still under way would bring the files back after this.
+    writer.waitForDone();
     // What an earlier run left is not this run's to remove before it was offered.
     if (!wrote)
         return;
@@ -76,12 +85,20 @@ void RecoveryFile::write() {
     pending = false;
     wrote = true;
     sinceWrite.start();
-    // A recovery file that cannot be written costs only the recovery: the analysis itself is
-    // untouched, and the next change tries again.
-    if (!QDir().mkpath(folder()))
-        return;
-    writeAtomically(namePath(), pendingName.toUtf8());
-    writeAtomically(path(), QByteArray::fromStdString(pendingSnapshot.data()));
+    // Putting a large analysis's text together and writing it takes tens of milliseconds:
+    // off the main thread, on a pool of one thread of its own, so that writes keep their
+    // order and never wait behind the equity calculations of the global pool. The snapshot
+    // is a copy whose pieces are shared and never change.
+    const Memento snapshot = pendingSnapshot;
+    const QString name = pendingName;
+    QtConcurrent::run(&writer, [snapshot, name] {
+        // A recovery file that cannot be written costs only the recovery: the analysis itself
+        // is untouched, and the next change tries again.
+        if (!QDir().mkpath(folder()))
+            return;
+        writeAtomically(namePath(), name.toUtf8());
+        writeAtomically(path(), QByteArray::fromStdString(snapshot.data()));
+    });
 }
 
 std::optional<RecoveryFile::Recovered> RecoveryFile::find() {

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 #include <QString>
+#include <QThreadPool>
 #include <QTimer>
 
 #include <optional>
@@ -15,10 +16,10 @@
 // (QStandardPaths::AppDataLocation, e.g. ~/.local/share/Velmara/Quorvane), with the name of
 // the file the analysis belongs to in "recovery.name" beside it.
 //
-// Writes are atomic (a temporary file renamed over the old one) and happen at most once a
-// second: a change within a second of the last write is written when the second is over,
-// and only the newest text of that second. A clean end of the program removes both files;
-// finding them at start means the program did not end cleanly.
+// Writes are atomic (a temporary file renamed over the old one), run off the main thread,
+// and happen at most once a second: a change within a second of the last write is written
+// when the second is over, and only the newest text of that second. A clean end of the program
+// removes both files; finding them at start means the program did not end cleanly.
 class RecoveryFile : public QObject {
     Q_OBJECT
 
@@ -29,6 +30,7 @@ public:
     };
 
     explicit RecoveryFile(QObject* parent = nullptr);
+    ~RecoveryFile() override;
 
     // The folder and the file; the folder is made on the first write.
     static QString folder();
@@ -37,7 +39,8 @@ public:
     // Keeps the analysis of `snapshot` to recover, belonging to `fileName`. Its text is
     // put together only when it is written.
     void keep(const Memento& snapshot, const QString& fileName);
-    // Writes what is waiting at once (the program is about to end, or a test looks).
+    // Writes what is waiting at once and waits for the write (the program is about to end,
+    // or a test looks).
     void flush();
     // Nothing to recover (the analysis is saved, or the program ends cleanly): nothing is
     // waiting any more, and the files this run wrote go. Files an earlier run left stay
@@ -53,6 +56,8 @@ private:
     void write();
 
     QTimer delay;
+    // The writes run here, one at a time.
+    QThreadPool writer;
     QElapsedTimer sinceWrite;
     Memento pendingSnapshot;
     QString pendingName;
