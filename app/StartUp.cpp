@@ -163,6 +163,27 @@ QMessageBox* warnOfFailedUpdateCheck(QWidget* window) {
     return box;
 }
 
+void keepClearOf(QWidget& box, const QWidget& other) {
+    const QScreen* screen = other.screen();
+    if (screen == nullptr)
+        return;
+    box.adjustSize();
+    const QRect free = screen->availableGeometry();
+    const QRect taken = other.frameGeometry();
+    const QSize size = box.frameGeometry().size();
+    constexpr int gap = 12;
+    const int centred = taken.center().x() - size.width() / 2;
+    const int middle = taken.center().y() - size.height() / 2;
+    for (const QPoint& place :
+         {QPoint(centred, taken.bottom() + gap), QPoint(centred, taken.top() - gap - size.height()),
+          QPoint(taken.right() + gap, middle), QPoint(taken.left() - gap - size.width(), middle)}) {
+        if (free.contains(QRect(place, size))) {
+            box.move(place);
+            return;
+        }
+    }
+}
+
 ReleaseNoteDialog* showReleaseNotesIfNew(QWidget* window) {
     QSettings settings(QStringLiteral("Velmara"), QStringLiteral("Quorvane"));
     const float shownVersion = settings.value(QStringLiteral("releaseNoteVersion"), 0).toFloat();

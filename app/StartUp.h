@@ -44,6 +44,11 @@ void announceUpdate();
 // user chose Ignore before.
 QMessageBox* warnOfFailedUpdateCheck(QWidget* window);
 
+// Moves `box` where it covers nothing of `other` (below it, else above it, else beside it,
+// within the screen), for two windows of the start that are open at once. Left where it is
+// when there is no such place.
+void keepClearOf(QWidget& box, const QWidget& other);
+
 // Once per program version (settings key `releaseNoteVersion`): ReleaseNoteDialog over
 // `window`, without waiting for it to be closed; the version counts as shown from then on.
 // Null when this version's notes were shown before.

@@ -1,6 +1,7 @@
 #include "app/CrashReporter.h"
 #include "app/DesktopFileOpener.h"
 #include "app/Quorvane.h"
+#include "app/ReleaseNoteDialog.h"
 #include "app/SingleInstance.h"
 #include "app/SplashScreen.h"
 #include "app/StartUp.h"
@@ -78,9 +79,10 @@ int main(int argc, char* argv[]) {
     window->show();
     const bool updateCheckFailed = splash.updateCheckFailed();
     whenFirstDrawn(*window, [window, updateCheckFailed] {
-        showReleaseNotesIfNew(window);
-        if (updateCheckFailed)
-            warnOfFailedUpdateCheck(window);
+        const ReleaseNoteDialog* notes = showReleaseNotesIfNew(window);
+        QMessageBox* warning = updateCheckFailed ? warnOfFailedUpdateCheck(window) : nullptr;
+        if (notes != nullptr && warning != nullptr)
+            keepClearOf(*warning, *notes);
     });
     screenshotAndQuitIfAsked(*window);
     // What a run that did not end cleanly left unsaved, offered once the window is up.

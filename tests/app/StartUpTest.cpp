@@ -22,6 +22,7 @@
 #include <QPointer>
 #include <QProcess>
 #include <QRandomGenerator>
+#include <QScreen>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -360,3 +361,24 @@ TEST(IsProcessRunning, FindsItself) {
 }
 
 } // namespace
+
+// The release notes and the failed-check warning open together on a first start without
+// network: the warning moves to where it covers nothing of the notes.
+TEST(KeepClearOf, TheSecondWindowOfTheStartCoversNothingOfTheFirst) {
+    QWidget notes;
+    notes.setWindowTitle(QStringLiteral("Notes"));
+    notes.resize(500, 300);
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    notes.move(screen.center() - QPoint(250, 150));
+    notes.show();
+    QWidget box;
+    box.resize(300, 120);
+    box.move(notes.pos() + QPoint(100, 100)); // right over the notes, as a centred box is
+    box.show();
+    ASSERT_TRUE(box.frameGeometry().intersects(notes.frameGeometry()));
+    keepClearOf(box, notes);
+    EXPECT_FALSE(box.frameGeometry().intersects(notes.frameGeometry()));
+    EXPECT_TRUE(screen.contains(box.frameGeometry()));
+    // Below the notes, where there is room.
+    EXPECT_GT(box.frameGeometry().top(), notes.frameGeometry().bottom());
+}
